@@ -1,0 +1,16 @@
+# Compiler switches that every target of this project shares.
+#   unitlib_flags(<target>...)   warnings, sanitizers and the switches that keep arithmetic equal on every platform
+function(unitlib_flags)
+  foreach(target IN LISTS ARGN)
+    target_compile_options(${target} PRIVATE
+      $<$<COMPILE_LANGUAGE:CXX,C>:-Wall -Wextra -Wconversion -Wshadow>
+      $<$<BOOL:${UNITLIB_WARNINGS_AS_ERRORS}>:-Werror>
+      # No fused multiply-add: a double product is rounded before it is added, on every machine alike.
+      -ffp-contract=off)
+    if(UNITLIB_SANITIZE)
+      target_compile_options(${target} PRIVATE -fsanitize=${UNITLIB_SANITIZE} -fno-omit-frame-pointer
+        -fno-sanitize-recover=all)
+      target_link_options(${target} PRIVATE -fsanitize=${UNITLIB_SANITIZE})
+    endif()
+  endforeach()
+endfunction()

@@ -1,0 +1,1 @@
+# Installation: libraries, headers, package configuration.

@@ -1,0 +1,118 @@
+/// Imperial numbers inside an arithmetic text.
+#include "unitlib/convert/ImperialText.h"
+#include "unitlib/rtl/Numbers.h"
+#include "unitlib/rtl/Text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace unitlib {
+namespace {
+
+constexpr std::u16string_view Delimiters = u"+-*/^)\r";
+
+struct TToken {
+  size_t Start;
+  std::u16string Text;
+};
+
+/// The text with every "mod" turned into operators of the same length, and one operator behind it to end the
+/// last token.
+std::u16string ScanText(std::u16string_view Text) {
+  std::u16string Result(Text);
+  for (size_t I = 0; I + 3 <= Result.size(); ++I)
+    if (SameText(std::u16string_view(Result).substr(I, 3), u"mod")) Result.replace(I, 3, u"+++");
+  return Result + u"+";
+}
+
+bool IsTrimmedInteger(std::u16string_view Text) {
+  return IsInt64(TrimView(Text));
+}
+
+bool IsIntegerWithInchMark(std::u16string_view Text) {
+  return !Text.empty() && Text.back() == InchMark && IsTrimmedInteger(Text.substr(0, Text.size() - 1));
+}
+
+/// True for feet, foot mark, inches, blank and a whole number: what stands before the bar of 5'6 1/2".
+bool IsFeetInchLead(std::u16string_view Text) {
+  const size_t Mark = Text.find(FootMark);
+  if (Mark == std::u16string_view::npos || !IsTrimmedInteger(Text.substr(0, Mark))) return false;
+  const std::u16string_view Rest = Text.substr(Mark + 1);
+  const size_t Blank = Rest.rfind(u' ');
+  return Blank != std::u16string_view::npos && IsTrimmedInteger(Rest.substr(0, Blank)) &&
+         IsTrimmedInteger(Rest.substr(Blank + 1));
+}
+
+/// True when "/" between two tokens is the bar of a fraction and no division.
+bool IsFractionBar(std::u16string_view Last, std::u16string_view Next) {
+  Last = TrimView(Last);
+  Next = TrimView(Next);
+  const bool WithMark = IsIntegerWithInchMark(Next);
+  if (IsFeetInchLead(Last)) return WithMark || IsInt64(Next);
+  if (!WithMark) return false;
+  return IsInt64(Last) || IsImperialNum(std::u16string(Last) + u"/" + std::u16string(Next), false);
+}
+
+std::vector<TToken> ScanTokens(std::u16string_view Text) {
+  const std::u16string Work = ScanText(Text);
+  std::vector<TToken> Tokens;
+  bool AfterSlash = false; // the last delimiter was "/"
+  for (size_t Pos = 0; Pos < Work.size();) {
+    if (!IsDigit(Work[Pos])) {
+      AfterSlash = false;
+      ++Pos;
+      continue;
+    }
+    const size_t End = Work.find_first_of(Delimiters, Pos); // there is one: ScanText put it behind the text
+    std::u16string Token = Work.substr(Pos, End - Pos);
+    if (AfterSlash && IsFractionBar(Tokens.back().Text, Token)) {
+      Tokens.back().Text += u"/" + Token;
+      AfterSlash = false;
+    } else {
+      Tokens.push_back({Pos, std::move(Token)});
+      AfterSlash = Work[End] == u'/';
+    }
+    Pos = End + 1;
+  }
+  return Tokens;
+}
+
+/// True for plain numbers and plain fractions, which stay as they are.
+bool IsPlain(std::u16string_view Token) {
+  if (IsNumeric(Token)) return true;
+  std::u16string Digits(Token);
+  std::erase_if(Digits, [](char16_t C) { return C == u'/' || C == u'.'; });
+  return IsNumeric(Digits);
+}
+
+double InFeet(std::u16string_view Token) {
+  double Value = 0.0;
+  if (IsEndWithSymbol(Token) && TryStrToFloat(Token.substr(0, Token.size() - 1), Value))
+    return Token.back() == InchMark ? Value / 12 : Value;
+  return GetInchNumByFraction(Token) / 12;
+}
+
+double Convert(std::u16string_view Token, int Mode, double Factor) {
+  constexpr int FeetMode = 2;
+  constexpr double InchInMillimeters = 25.4; // exact: international inch, 1959
+  const double Feet = InFeet(Token);
+  return (Mode == FeetMode ? Feet : Feet * 12 * InchInMillimeters / 1000) * Factor;
+}
+
+} // namespace
+
+std::u16string ReplaceImperialNumbers(std::u16string_view Text, int Mode, double Factor) {
+  std::u16string Result;
+  size_t Copied = 0;
+  for (const TToken& Token : ScanTokens(Text)) {
+    if (IsPlain(Token.Text) || !IsImperialNum(Token.Text, false)) continue;
+    const double Value = Convert(Token.Text, Mode, Factor);
+    if (!std::isfinite(Value)) continue;
+    Result.append(Text.substr(Copied, Token.Start - Copied)).append(FloatToStr(Value));
+    Copied = Token.Start + Token.Text.size();
+  }
+  return Result.append(Text.substr(std::min(Copied, Text.size())));
+}
+
+} // namespace unitlib

@@ -1,0 +1,229 @@
+#include "unitlib/convert/ZELUnitCommon.h"
+
+#include "unitlib/convert/ZELUnitDigitGroupParserRegister.h"
+#include "unitlib/convert/ZELUnitParseRegister.h"
+#include "unitlib/model/ZELUnitMgr.h"
+#include "unitlib/rtl/Errors.h"
+#include "unitlib/rtl/ExactRounding.h"
+#include "unitlib/rtl/Numbers.h"
+#include "unitlib/rtl/Text.h"
+
+#include <cmath>
+
+namespace unitlib {
+namespace {
+
+/// The increment of the current round as the rounding uses it: empty and fixed for a unit without a current
+/// round.
+struct TIncrementText {
+  std::u16string_view Text;
+  bool CanEdit = false;
+};
+
+TIncrementText CurrentIncrement(const TUnit& Unit) {
+  const TRound* Round = Unit.GetCurRound();
+  if (!Round) return {};
+  return {Round->Increment, Round->IncrementCanEdit};
+}
+
+int DecimalsOf(std::u16string_view Text) {
+  const size_t Point = Text.find(u'.');
+  return Point == std::u16string_view::npos ? 0 : static_cast<int>(Text.size() - Point - 1);
+}
+
+/// The rounded value as digits. An increment of 0, and one so small that its count overflows, leave the value
+/// as it is.
+TDecimal15 RoundedDigits(double Value, const TExactNumber& Increment, bool NoRound) {
+  if (NoRound || Increment.Value == 0) return ToDecimal15(Value);
+  const auto Rounded = RoundToMultiple(Value, Increment);
+  return Rounded ? *Rounded : ToDecimal15(Value);
+}
+
+void PadZeros(TStringBuilder& Builder, int NumberDecimals, int Wanted) {
+  if (Wanted <= NumberDecimals) return;
+  if (NumberDecimals == 0) Builder.push_back(u'.');
+  Builder.append(static_cast<size_t>(Wanted - NumberDecimals), u'0');
+}
+
+void RequireFinite(double Value, double Given) {
+  if (std::isfinite(Value)) return;
+  const std::u16string Text = FloatToStr(Given); // raises by itself where Given is not finite
+  throw ERangeError(u"Too large to be shown: " + Text, Text);
+}
+
+} // namespace
+
+TCommonUnitParser::TCommonUnitParser(TUnit* Unit) : FUnit(Unit) {
+  if (!Unit) throw EListError(u"No unit to convert values of", u"");
+}
+
+void TCommonUnitParser::AppendSymbol(TStringBuilder& Builder) const {
+  const std::u16string Symbol = GetUnitSymbol();
+  if (!Symbol.empty()) Builder.append(u" ").append(Symbol);
+}
+
+void TCommonUnitParser::RoundOff(double Value, TStringBuilder& Builder, bool NoDigitGroup,
+                                 bool NoRound) const {
+  RequireFinite(Value, Value);
+  const TIncrementText Round = CurrentIncrement(*FUnit);
+  const TExactNumber Increment(Round.Text.empty() ? u"1" : Round.Text);
+  std::u16string Number;
+  if (Value < 0) Number.push_back(u'-');
+  AppendPlain(Number, RoundedDigits(std::fabs(Value), Increment, NoRound));
+  if (FUnit->UseDigitGroup.Checked && !NoDigitGroup)
+    AppendGrouped(Builder, Number);
+  else
+    Builder.append(Number);
+  if (FUnit->SuppressTrail0.Checked) return;
+  const int Wanted = Round.CanEdit ? DecimalsOf(Round.Text) : DecimalsOf(FloatToPlainStr(Increment.Value));
+  PadZeros(Builder, DecimalsOf(Number), Wanted);
+}
+
+void TCommonUnitParser::AppendGrouped(TStringBuilder& Builder, const std::u16string& NumberText) const {
+  const TDigitGroup* Group = TSystemUnitDataManager::CurDigitGroup();
+  Builder.append(GetDigitGroupParser(Group->DigitGroupParserClassName, NumberText)->ToStr());
+}
+
+bool TCommonUnitParser::CheckFractionDisplay(std::u16string_view Text) const {
+  return IsFraction(Text);
+}
+
+double TCommonUnitParser::AsFractionDouble(std::u16string_view Text, int ScaleIndex) const {
+  return 25.4 * GetInchNumByFraction(Text) / GetMScale(ScaleIndex); // mm, exact: international inch, 1959
+}
+
+std::vector<std::u16string> TCommonUnitParser::GetUnitArr() const {
+  return FUnit->GetUnitSymbolDescriptionArray();
+}
+
+bool TCommonUnitParser::IsValid(std::u16string_view Text) const {
+  const TNumberText Number = ReadNumber(RemoveDelimiters(RemoveSymbol(Text)));
+  if (!Number.Ok || Number.IsZero) return Number.Ok;
+  const double Absolute = std::fabs(Number.Value);
+  return Absolute > 1e-15 && Absolute < 1e15; // both bounds exclusive on purpose
+}
+
+void TCommonUnitParser::AppendNumber(TStringBuilder& Builder, double Value, int ScaleIndex, bool NoDigitGroup,
+                                     bool NoRound, bool NoPlusSign) const {
+  const double Shown = Value / GetScale(ScaleIndex);
+  RequireFinite(Shown, Value);
+  if (Shown < 0)
+    Builder.push_back(u'-');
+  else if (Shown > 0 && FUnit->ShowPlusForPosValue.Checked && !NoPlusSign)
+    Builder.push_back(u'+');
+  RoundOff(std::fabs(Shown), Builder, NoDigitGroup, NoRound);
+}
+
+std::u16string TCommonUnitParser::AsString(double Value, int ScaleIndex, bool NoSymbol, bool NoDigitGroup,
+                                           bool NoRound, bool NoPlusSign) const {
+  TStringBuilder Builder;
+  AppendNumber(Builder, Value, ScaleIndex, NoDigitGroup, NoRound, NoPlusSign);
+  if (!NoSymbol) AppendSymbol(Builder);
+  return Builder;
+}
+
+double TCommonUnitParser::AsDouble(std::u16string_view Text, int ScaleIndex) const {
+  return RequireStorable(StrToFloat(RemoveDelimiters(RemoveSymbol(Text))) * GetScale(ScaleIndex), Text);
+}
+
+double TCommonUnitParser::RequireStorable(double Value, std::u16string_view Text) {
+  if (std::isfinite(Value)) return Value;
+  throw ERangeError(u"Too large to be stored: " + std::u16string(Text), Text);
+}
+
+double TCommonUnitParser::GetScale(int ScaleIndex) const {
+  return GetMScale(ScaleIndex);
+}
+
+std::u16string TCommonUnitParser::RemoveSymbol(std::u16string_view Text) const {
+  const std::vector<std::u16string> Symbols = GetUnitArr();
+  for (size_t I = 1; I < Symbols.size(); ++I)
+    if (!Symbols[I].empty() && EndsWithText(Text, Symbols[I])) {
+      Text.remove_suffix(Symbols[I].size());
+      break;
+    }
+  return std::u16string(Text);
+}
+
+double TCommonUnitParser::GetMScale(int ScaleIndex) noexcept {
+  switch (ScaleIndex) {
+  case 3:
+    return 1e3;
+  case 4:
+    return 1e6;
+  case 5:
+    return 1e9;
+  default:
+    return 1;
+  }
+}
+
+std::u16string TCommonUnitParser::GetUnitSymbol() const {
+  const std::u16string& Symbol = FUnit->GetCurUnitSymbolDescription();
+  return Symbol == _SUnitNone ? std::u16string() : Symbol;
+}
+
+std::u16string TCommonUnitParser::RemoveDelimiters(std::u16string_view Text) {
+  std::u16string Result(Text);
+  std::erase(Result, u',');
+  return Result;
+}
+
+std::int64_t TCommonUnitParser::RoundClassic(double Value) {
+  return RoundClassicToInt64(Value);
+}
+
+double TCommonUnitParser::ScaleOf(std::int64_t Digits, int Decimals, int ScaleIndex) noexcept {
+  double Divisor = GetMScale(ScaleIndex);
+  for (int I = 0; I < Decimals; ++I) Divisor *= 10;
+  // Digits and a power of ten up to 10^22 are exact doubles, so the quotient is rounded once.
+  return static_cast<double>(Digits) / Divisor;
+}
+
+std::unique_ptr<TCommonUnitParser> TCommonUnitCommand::GetParser() const {
+  TUnit* Unit = FindUnit();
+  return Unit ? GetUnitParser(Unit->UnitParserClassName, Unit) : nullptr;
+}
+
+TUnit* TCommonUnitCommand::FindUnit() const {
+  const TMeasure* Measure = TSystemUnitDataManager::CurConfigMeasure(FClassifyCode);
+  return Measure ? Measure->GetCurUnit() : nullptr;
+}
+
+bool TCommonUnitCommand::CheckDisplay(std::u16string_view AText) const {
+  const auto Parser = GetParser();
+  return Parser && Parser->IsValid(AText);
+}
+
+std::u16string TCommonUnitCommand::StoreToDisplay(double AValue, int AScaleIndex, bool NoSymbol,
+                                                  bool NoDigitGroup, bool NoRound, bool NoPlusSign) const {
+  const auto Parser = GetParser();
+  return Parser ? Parser->AsString(AValue, AScaleIndex, NoSymbol, NoDigitGroup, NoRound, NoPlusSign)
+                : FloatToStr(AValue);
+}
+
+double TCommonUnitCommand::DisplayToStore(std::u16string_view AText, int AScaleIndex) const {
+  const auto Parser = GetParser();
+  return Parser ? Parser->AsDouble(AText, AScaleIndex) : 0.0;
+}
+
+std::u16string TCommonUnitCommand::GetUnitSymbol(bool AEmptyForFeetInch, std::u16string& ASymbol) const {
+  ASymbol.clear();
+  const TUnit* Unit = FindUnit();
+  if (!Unit) return ASymbol;
+  ASymbol = Unit->GetCurUnitSymbolDescription();
+  if (!ASymbol.empty() && ASymbol != _SUnitNone) return ASymbol;
+  const bool Empty = AEmptyForFeetInch && Unit->UnitIdentifyCode == FeetAndFractionalInchCode;
+  ASymbol = Empty ? std::u16string() : Unit->DefUnitSymbolWhenNone;
+  return ASymbol;
+}
+
+bool TCommonUnitCommand::HasUnitSymbol() const {
+  const TUnit* Unit = FindUnit();
+  if (!Unit) return false;
+  const std::u16string& Symbol = Unit->GetCurUnitSymbolDescription();
+  if (!Symbol.empty() && !SameText(Symbol, _SUnitNone)) return true;
+  return Unit->UnitIdentifyCode == FeetAndFractionalInchCode || Unit->UnitIdentifyCode == FractionalInchCode;
+}
+
+} // namespace unitlib

@@ -1,0 +1,36 @@
+#include "unitlib/convert/ZELUnitDigitGroupParserRegister.h"
+
+#include "unitlib/ZELUnitPackage.h"
+#include "unitlib/rtl/ClassRegistry.h"
+
+namespace unitlib {
+namespace {
+
+TClassRegistry<TDigitGroupParserClass>* Registry = nullptr;
+
+[[gnu::used]] constexpr TPackageAnchor Anchor = LoadUnitPackage;
+
+} // namespace
+
+void RegisterDigitGroupParser(std::u16string_view AName, TDigitGroupParserClass AClass) {
+  if (Registry) Registry->Register(AName, AClass);
+}
+
+std::unique_ptr<TDigitGroupParser> GetDigitGroupParser(std::u16string_view AName, std::u16string_view AText) {
+  const TDigitGroupParserClass Class = Registry ? Registry->Find(AName) : nullptr;
+  return Class ? Class(AText) : std::make_unique<TDigitGroupParser>(AText);
+}
+
+void CreateDigitGroupParserRegistry() {
+  if (Registry) return;
+  Registry = new TClassRegistry<TDigitGroupParserClass>;
+  RegisterDigitGroupParser(u"TDigitGroup3CommaParser", CreateDigitGroupParser<TDigitGroup3CommaParser>);
+  RegisterDigitGroupParser(u"TDigitGroup4CommaParser", CreateDigitGroupParser<TDigitGroup4CommaParser>);
+}
+
+void FreeDigitGroupParserRegistry() noexcept {
+  delete Registry;
+  Registry = nullptr;
+}
+
+} // namespace unitlib

@@ -1,0 +1,32 @@
+/// Decimal numbers of at most 15 significant digits: what every displayed number is made of.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace unitlib {
+
+/// Mantissa x 10^Exponent; the mantissa has at most 15 digits and no trailing zero (0 for zero). Never
+/// negative.
+struct TDecimal15 {
+  std::uint64_t Mantissa = 0;
+  int Exponent = 0;
+};
+
+/// The 15 significant digits of a finite value >= 0, correctly rounded (a tie goes to the even digit).
+TDecimal15 ToDecimal15(double Value);
+
+/// Digits x 10^Exponent, rounded to 15 significant digits (a tie goes to the even digit).
+TDecimal15 ToDecimal15(std::uint64_t Digits, int Exponent) noexcept;
+
+/// The same for a run of decimal digits of any length.
+TDecimal15 ToDecimal15(std::string_view Digits, int Exponent);
+
+/// Appends the number without an exponent: "0.00000015", "2.5", "100000000000000000000".
+void AppendPlain(std::u16string& Out, TDecimal15 Value);
+
+/// Appends the general form: fixed from 0.00001 up to 15 digits before the point, otherwise "1.5E-7", "1E15".
+void AppendGeneral(std::u16string& Out, TDecimal15 Value);
+
+} // namespace unitlib

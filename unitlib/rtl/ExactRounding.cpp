@@ -1,0 +1,234 @@
+#include "unitlib/rtl/ExactRounding.h"
+
+#include "unitlib/rtl/Errors.h"
+#include "unitlib/rtl/Numbers.h"
+#include "unitlib/rtl/Text.h"
+
+#include <boost/multiprecision/cpp_int.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace unitlib {
+namespace {
+
+using TBigInt = boost::multiprecision::cpp_int;
+
+constexpr double Tolerance = 1e-12;
+constexpr double MaxExact = 4503599627370496.0; // 2^52: below it a double has a fraction to look at
+constexpr double ProductError = 4.5e-16;        // relative; two roundings of 2^-53 each, with room
+constexpr double MaxSteps = 9.2e18;             // surely below 2^63
+constexpr double MinTooMany = 9.3e18;           // surely above it
+
+[[noreturn]] void RaiseRange(double Value) {
+  const std::u16string Text = FloatToStr(Value);
+  throw ERangeError(u"Too large to be rounded: " + Text, Text);
+}
+
+/// A quotient of big integers, Den > 0.
+struct TRatio {
+  TBigInt Num;
+  TBigInt Den;
+};
+
+TRatio operator*(const TRatio& A, const TRatio& B) {
+  return {A.Num * B.Num, A.Den * B.Den};
+}
+TRatio operator/(const TRatio& A, const TRatio& B) {
+  TRatio Result{A.Num * B.Den, A.Den * B.Num};
+  if (Result.Den < 0) {
+    Result.Num = -Result.Num;
+    Result.Den = -Result.Den;
+  }
+  return Result;
+}
+
+TBigInt PowerOf10(int Exponent) {
+  return boost::multiprecision::pow(TBigInt(10), static_cast<unsigned>(Exponent));
+}
+
+TRatio ExactOf(double Value) {
+  int Exponent = 0;
+  const double Fraction = std::frexp(Value, &Exponent);
+  TRatio Result{static_cast<std::int64_t>(std::ldexp(Fraction, 53)), 1};
+  Exponent -= 53;
+  (Exponent >= 0 ? Result.Num : Result.Den) <<= static_cast<unsigned>(std::abs(Exponent));
+  return Result;
+}
+
+/// The digits of a number text and the power of ten they are counted in.
+struct TDecimalText {
+  std::string Digits;
+  long Exponent = 0;
+  bool Negative = false;
+};
+
+TDecimalText ReadDecimal(std::u16string_view Text) {
+  constexpr size_t MaxDigits =
+      800; // a double has at most 767 digits; more of them change nothing that can be seen
+  TDecimalText Result;
+  bool BehindPoint = false;
+  size_t Pos = 0;
+  for (; Pos < Text.size() && Text[Pos] != u'e' && Text[Pos] != u'E'; ++Pos) {
+    const char16_t C = Text[Pos];
+    if (C == u'-') Result.Negative = true;
+    if (C == u'.') BehindPoint = true;
+    if (!IsDigit(C)) continue;
+    const bool Leading = Result.Digits.empty() && C == u'0';
+    const bool Kept = Result.Digits.size() < MaxDigits;
+    if (!Leading && Kept) Result.Digits.push_back(static_cast<char>(C));
+    Result.Exponent += (Kept ? 0 : 1) - (BehindPoint ? 1 : 0);
+  }
+  std::u16string_view Exponent = TrimView(Text.substr(std::min(Pos + 1, Text.size())));
+  int Power = 0;
+  if (TryStrToInt(Exponent, Power)) Result.Exponent += Power;
+  while (!Result.Digits.empty() && Result.Digits.back() == '0') {
+    Result.Digits.pop_back();
+    ++Result.Exponent;
+  }
+  return Result;
+}
+
+TRatio ExactOf(const TExactNumber& Number) {
+  const TDecimalText Decimal = ReadDecimal(Number.Text);
+  TRatio Result{TBigInt(Decimal.Digits.empty() ? "0" : Decimal.Digits), 1};
+  (Decimal.Exponent >= 0 ? Result.Num : Result.Den) *=
+      PowerOf10(static_cast<int>(std::abs(Decimal.Exponent)));
+  if (Decimal.Negative) Result.Num = -Result.Num;
+  return Result;
+}
+
+/// floor(|x| + 1/2 + 1e-12) with the sign of x.
+TBigInt RoundClassicExact(const TRatio& X) {
+  static const TBigInt Unit = PowerOf10(12);
+  const TBigInt Rounded = (abs(X.Num) * (2 * Unit) + X.Den * (Unit + 2)) / (X.Den * (2 * Unit));
+  return X.Num < 0 ? TBigInt(-Rounded) : Rounded;
+}
+
+bool FitsInt64(const TBigInt& Value) {
+  return Value >= std::numeric_limits<std::int64_t>::min() &&
+         Value <= std::numeric_limits<std::int64_t>::max();
+}
+
+std::int64_t ToInt64(const TBigInt& Value, double Shown) {
+  if (!FitsInt64(Value)) RaiseRange(Shown);
+  return Value.convert_to<std::int64_t>();
+}
+
+/// Nearest integer of X >= 0 whose true value lies within RelativeError of it; nothing where that error could
+/// decide.
+std::optional<std::int64_t> RoundWhenClear(double X, double RelativeError) {
+  if (!(X < MaxExact)) return std::nullopt;
+  const double Floor = std::floor(X);
+  const double OffHalf = (X - Floor) - 0.5;
+  if (std::fabs(OffHalf + Tolerance) <= X * RelativeError + Tolerance * ProductError) return std::nullopt;
+  return static_cast<std::int64_t>(Floor) + (OffHalf >= -Tolerance ? 1 : 0);
+}
+
+constexpr double PowersOf10[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+std::optional<TDecimal15> RoundToMultipleExact(double Value, const TExactNumber& Step) {
+  const TRatio Exact = ExactOf(Step);
+  const TBigInt Count = abs(RoundClassicExact(ExactOf(Value) / Exact));
+  if (!FitsInt64(Count)) return std::nullopt;
+  const TDecimalText Decimal = ReadDecimal(Step.Text);
+  const TBigInt Product = Count * TBigInt(Decimal.Digits);
+  return ToDecimal15(Product.str(), static_cast<int>(Decimal.Exponent));
+}
+
+TFractionSplit SplitExact(double Value, const TExactNumber& Numerator, const TExactNumber& Denominator) {
+  const TRatio PerOne = ExactOf(Denominator) / ExactOf(Numerator);
+  const TRatio Exact = ExactOf(Value);
+  const TBigInt Count = RoundClassicExact(Exact * PerOne);
+  ToInt64(Count, Value);
+  TFractionSplit Result;
+  const TRatio Rounded = TRatio{Count, 1} / PerOne;
+  Result.Whole = ToInt64(Rounded.Num / Rounded.Den, Value);
+  Result.StepsPerOne = ToInt64(PerOne.Num / PerOne.Den, Value);
+  const TRatio Rest{Exact.Num - Exact.Den * Result.Whole, Exact.Den};
+  Result.Steps = ToInt64(RoundClassicExact(Rest * TRatio{Result.StepsPerOne, 1}), Value);
+  return Result;
+}
+
+bool IsWhole(const TExactNumber& Number) {
+  return Number.IsSimple && Number.Scale == 0 && Number.Value > 0 && Number.Mantissa <= 1'000'000;
+}
+
+/// The usual case in doubles: small whole numerator and denominator. Nothing where rounding errors could
+/// decide.
+std::optional<TFractionSplit> SplitWhenClear(double Value, const TExactNumber& Numerator,
+                                             const TExactNumber& Denominator) {
+  const auto Num = static_cast<std::int64_t>(Numerator.Mantissa),
+             Den = static_cast<std::int64_t>(Denominator.Mantissa);
+  constexpr double Small = 1e9; // Value x 10^6 and the steps x 10^6 stay within 64 bits
+  if (Value >= Small) return std::nullopt;
+  const bool PowerOf2 = Num == 1 && (Den & (Den - 1)) == 0; // then the product below is exact
+  const auto Count =
+      RoundWhenClear(Value * Denominator.Value / Numerator.Value, PowerOf2 ? 0.0 : ProductError);
+  if (!Count) return std::nullopt;
+  TFractionSplit Result;
+  Result.Whole = *Count * Num / Den;
+  Result.StepsPerOne = Den / Num;
+  // Whole is 0 or lies within a step of Value, so the difference is exact.
+  const double Rest = Value - static_cast<double>(Result.Whole);
+  if (Rest <= 0 || Result.StepsPerOne == 0) return Result;
+  const auto Steps =
+      RoundWhenClear(Rest * static_cast<double>(Result.StepsPerOne), PowerOf2 ? 0.0 : ProductError);
+  if (!Steps) return std::nullopt;
+  Result.Steps = *Steps;
+  return Result;
+}
+
+} // namespace
+
+TExactNumber::TExactNumber(std::u16string_view NumberText) : Text(NumberText), Value(StrToFloat(NumberText)) {
+  constexpr std::uint64_t Limit = 1ULL << 53;
+  bool BehindPoint = false;
+  for (char16_t C : Text) {
+    if (C == u'e' || C == u'E') return;
+    if (C == u'.') BehindPoint = true;
+    if (!IsDigit(C)) continue;
+    Mantissa = Mantissa * 10 + (C - u'0');
+    Scale += BehindPoint;
+    if (Mantissa >= Limit || Scale > 22) return;
+  }
+  IsSimple = true;
+}
+
+std::int64_t RoundClassicToInt64(double Value) {
+  constexpr double Limit = 9223372036854775808.0; // 2^63
+  const double Absolute = std::fabs(Value);
+  if (!(Absolute < Limit)) RaiseRange(Value);
+  double Rounded = std::floor(Absolute);
+  if (Absolute - Rounded - 0.5 >= -Tolerance) Rounded += 1;
+  return static_cast<std::int64_t>(Value < 0 ? -Rounded : Rounded);
+}
+
+std::optional<TDecimal15> RoundToMultiple(double Value, const TExactNumber& Step) {
+  const double Count = Value / std::fabs(Step.Value);
+  if (Count >= MinTooMany) return std::nullopt;
+  if (Step.IsSimple && Count < MaxSteps) {
+    const double Near = Value * PowersOf10[Step.Scale] / static_cast<double>(Step.Mantissa);
+    if (const auto Steps = RoundWhenClear(Near, ProductError)) {
+      const auto Whole = static_cast<std::uint64_t>(*Steps);
+      if (Whole <= std::numeric_limits<std::uint64_t>::max() / Step.Mantissa)
+        return ToDecimal15(Whole * Step.Mantissa, -Step.Scale);
+    }
+  }
+  return RoundToMultipleExact(Value, Step);
+}
+
+TFractionSplit SplitByFraction(double Value, const TExactNumber& Numerator, const TExactNumber& Denominator) {
+  if (IsWhole(Numerator) && IsWhole(Denominator))
+    if (const auto Result = SplitWhenClear(Value, Numerator, Denominator)) return *Result;
+  return SplitExact(Value, Numerator, Denominator);
+}
+
+std::int64_t TruncQuotient(const TExactNumber& Numerator, const TExactNumber& Denominator) {
+  const TRatio Quotient = ExactOf(Numerator) / ExactOf(Denominator);
+  return ToInt64(Quotient.Num / Quotient.Den, Numerator.Value);
+}
+
+} // namespace unitlib
