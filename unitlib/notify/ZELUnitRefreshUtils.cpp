@@ -1,7 +1,11 @@
 #include "unitlib/notify/ZELUnitRefreshUtils.h"
 
+#include "unitlib/ZELUnitPackage.h"
+
 namespace unitlib {
 namespace {
+
+[[gnu::used]] constexpr TPackageAnchor Anchor = LoadUnitPackage; // a program that only listens is started too
 
 // A plain pointer: it is freed by the package at its place in the order, never by the end of the process.
 constinit TUnitRefreshManager* Manager = nullptr;

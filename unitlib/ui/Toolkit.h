@@ -1,0 +1,39 @@
+/// The border to wxWidgets: text, start-up when the host has none, the host's window.
+#pragma once
+
+#include <wx/string.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+class wxWindow;
+
+namespace unitlib {
+
+wxString ToWx(std::u16string_view Text);
+std::u16string FromWx(const wxString& Text);
+
+/// Starts wxWidgets when the host has not; it then stays until the process ends or FreeUnitDialogs is called.
+/// errors      EUnitError there is no window system
+void StartToolkit();
+
+/// The host's active window, as the owner of a modal dialog. A window of another toolkit is wrapped, and
+/// disabled while this object lives.
+class THostWindow {
+public:
+  THostWindow();
+  THostWindow(const THostWindow&) = delete;
+  THostWindow& operator=(const THostWindow&) = delete;
+  ~THostWindow();
+
+  /// Null when the host has no window.
+  wxWindow* Window() const noexcept { return FWindow; }
+
+private:
+  struct TForeign;
+  std::unique_ptr<TForeign> FForeign;
+  wxWindow* FWindow = nullptr;
+};
+
+} // namespace unitlib
