@@ -46,19 +46,16 @@ class Node:
             return False
         return other.value in ("+", "-")
 
-    def operands(self):
-        if self.kind == OP:
-            for child in (self.left, self.right):
-                if child is not None:
-                    yield from child.operands()
-        else:
-            yield self
-
     def nodes(self):
-        yield self
-        for child in (self.left, self.right):
-            if child is not None:
-                yield from child.nodes()
+        """Every node of the tree, left before right."""
+        waiting = [self]
+        while waiting:
+            node = waiting.pop()
+            yield node
+            waiting += [child for child in (node.right, node.left) if child is not None]
+
+    def operands(self):
+        return (node for node in self.nodes() if node.kind != OP)
 
 
 class Parser:

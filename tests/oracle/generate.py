@@ -25,10 +25,14 @@ def fixed_cases(rng, wanted):
         for text in expression_cases.MESSAGES:
             for _ in range(4):
                 yield expression_cases.expression_case(rng, text)
+        for text in expression_cases.DEEP:
+            yield expression_cases.expression_case(rng, text)
     if "elev" in wanted:
         for text in expression_cases.MESSAGES:
             for _ in range(4):
                 yield expression_cases.elevation_case(rng, text)
+        for text in expression_cases.DEEP:
+            yield expression_cases.elevation_case(rng, text)
     if "defaults" in wanted:
         yield from default_cases.cases()
 
@@ -50,6 +54,7 @@ def main():
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--count", type=int, default=1000, help="cases of every family")
     parser.add_argument("--family", action="append", choices=[*FAMILIES, "defaults"])
+    parser.add_argument("--output", help="file to write instead of standard output")
     arguments = parser.parse_args()
     # Brackets nest a thousand deep in some cases: a roomy stack of its own.
     sys.setrecursionlimit(50_000)
@@ -58,7 +63,11 @@ def main():
 
     def run():
         try:
-            write_cases(arguments, sys.stdout)
+            if arguments.output is None:
+                write_cases(arguments, sys.stdout)
+            else:
+                with open(arguments.output, "w", encoding="ascii", newline="\n") as out:
+                    write_cases(arguments, out)
         except BaseException as error:
             failed.append(error)
             raise

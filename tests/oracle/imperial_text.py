@@ -8,6 +8,7 @@ from fractions import Fraction
 
 from number_text import (
     INT64_MAX,
+    OracleError,
     exact_of,
     float_to_str,
     is_int64,
@@ -222,7 +223,12 @@ def replace_imperial_numbers(text, mode, factor):
         value = _exact_feet(token)
         if mode != 2:
             value = value * 12 * Fraction("25.4") / 1000
-        written = float_to_str(value * exact_of(factor))
+        try:
+            converted = value * exact_of(factor)
+            to_double(converted)
+        except OracleError:
+            continue  # beyond the double range: not a number, so nothing takes its place
+        written = float_to_str(converted)
         at = start + grown
         result = result[:at] + written + result[at + len(token) :]
         grown += len(written) - len(token)
