@@ -1,5 +1,6 @@
 /// Compares the library with the slow second implementation on generated cases.
-///   UNITLIB_CASES    a file of cases made by tests/oracle/generate.py; without it the file made with the build
+///   UNITLIB_CASES    a file of cases made by tests/oracle/generate.py; without it the file made with the
+///   build
 #include "differential/CaseLine.h"
 
 #include <gtest/gtest.h>
@@ -17,10 +18,10 @@ struct TFamily {
 };
 
 constexpr TFamily Families[] = {
-    {"numtext", CheckNumberText},   {"numval", CheckNumberValue}, {"group", CheckGroup},
-    {"imperial", CheckImperial},    {"replace", CheckReplace},    {"exprstore", CheckExprToStore},
-    {"format", CheckFormat},        {"nomeasure", CheckNoMeasure}, {"parse", CheckParse},
-    {"symbol", CheckSymbol},        {"expr", CheckExpression},    {"elev", CheckElevation},
+    {"numtext", CheckNumberText}, {"numval", CheckNumberValue},  {"group", CheckGroup},
+    {"imperial", CheckImperial},  {"replace", CheckReplace},     {"exprstore", CheckExprToStore},
+    {"format", CheckFormat},      {"nomeasure", CheckNoMeasure}, {"parse", CheckParse},
+    {"symbol", CheckSymbol},      {"expr", CheckExpression},     {"elev", CheckElevation},
 };
 
 /// Differences beyond these are only counted.
@@ -60,7 +61,8 @@ TEST(DifferentialDefaults, GeneratedFileHoldsTheSecondWritingDown) {
   constexpr std::string_view Start = "defaults\t";
   for (std::string Line; std::getline(File, Line);)
     if (Line.starts_with(Start)) Wanted.push_back(Line.substr(Start.size()));
-  const std::vector<std::string> Found = GeneratedDefaultLines(testing::TempDir() + "differential_defaults.xml");
+  const std::vector<std::string> Found =
+      GeneratedDefaultLines(testing::TempDir() + "differential_defaults.xml");
   ASSERT_FALSE(Wanted.empty());
   ASSERT_EQ(Found.size(), Wanted.size());
   for (size_t I = 0; I < Found.size(); ++I) ASSERT_EQ(Found[I], Wanted[I]) << "element " << I;

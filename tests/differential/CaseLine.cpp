@@ -59,7 +59,8 @@ double FromBits(std::string_view Digits) {
 
 std::string ToBits(double Value) {
   char Digits[20];
-  std::snprintf(Digits, sizeof Digits, "%016llx", static_cast<unsigned long long>(std::bit_cast<std::uint64_t>(Value)));
+  std::snprintf(Digits, sizeof Digits, "%016llx",
+                static_cast<unsigned long long>(std::bit_cast<std::uint64_t>(Value)));
   return Digits;
 }
 
@@ -106,7 +107,8 @@ void TDifference::Expect(std::string_view What, std::string_view Wanted, std::st
 }
 
 void TDifference::Add(std::string_view What, std::string_view Wanted, std::string_view Got) {
-  FReport += "\n    " + std::string(What) + ": wanted <" + std::string(Wanted) + "> got <" + std::string(Got) + ">";
+  FReport +=
+      "\n    " + std::string(What) + ": wanted <" + std::string(Wanted) + "> got <" + std::string(Got) + ">";
 }
 
 } // namespace unitlib::differential

@@ -37,7 +37,9 @@ bool SameOutcome(std::string_view Wanted, std::string_view Got);
 class TDifference {
 public:
   void Expect(std::string_view What, std::string_view Wanted, std::string_view Got);
-  void ExpectFlag(std::string_view What, std::string_view Wanted, bool Got) { Expect(What, Wanted, Got ? "1" : "0"); }
+  void ExpectFlag(std::string_view What, std::string_view Wanted, bool Got) {
+    Expect(What, Wanted, Got ? "1" : "0");
+  }
   void ExpectText(std::string_view What, std::string_view Wanted, std::u16string_view Got) {
     Expect(What, Wanted, Escape(Got));
   }
@@ -66,8 +68,8 @@ std::string CheckSymbol(const TFields& Fields);
 std::string CheckExpression(const TFields& Fields);
 std::string CheckElevation(const TFields& Fields);
 
-/// The elements of an XML text without text content, one "depth, name, attributes" line each in document order. Enough
-/// for a settings file: ">" does not occur in its attributes.
+/// The elements of an XML text without text content, one "depth, name, attributes" line each in document
+/// order. Enough for a settings file: ">" does not occur in its attributes.
 std::vector<std::string> ElementLines(const std::string& Xml);
 /// Writes the factory-default settings to a file (ASCII path) and gives its elements.
 std::vector<std::string> GeneratedDefaultLines(const std::string& Path);

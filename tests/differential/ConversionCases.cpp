@@ -10,23 +10,29 @@
 namespace unitlib::differential {
 namespace {
 
-int ToInt(std::string_view Field) { return std::stoi(std::string(Field)); }
+int ToInt(std::string_view Field) {
+  return std::stoi(std::string(Field));
+}
 
 std::string Grouped(std::u16string_view Name, std::u16string_view Text) {
   return Escape(GetDigitGroupParser(Name, Text)->ToStr());
 }
 
 /// Imperial lengths are sums of several roundings: a few units in the last place are free.
-void ExpectDouble(TDifference& Difference, std::string_view What, std::string_view Wanted, const std::string& Got,
-                  int Ulps) {
-  if (Wanted.starts_with('=') && Got.starts_with('=') && Near(FromBits(Wanted.substr(1)), FromBits(Got.substr(1)), Ulps))
+void ExpectDouble(TDifference& Difference, std::string_view What, std::string_view Wanted,
+                  const std::string& Got, int Ulps) {
+  if (Wanted.starts_with('=') && Got.starts_with('=') &&
+      Near(FromBits(Wanted.substr(1)), FromBits(Got.substr(1)), Ulps))
     return;
   Difference.Expect(What, Wanted, Got);
 }
 
-bool IsDigit(std::u16string_view Text, size_t At) { return At < Text.size() && Text[At] >= u'0' && Text[At] <= u'9'; }
+bool IsDigit(std::u16string_view Text, size_t At) {
+  return At < Text.size() && Text[At] >= u'0' && Text[At] <= u'9';
+}
 
-/// End of the unsigned number text (digits, point, exponent if wanted) that begins at Start; Start when none does.
+/// End of the unsigned number text (digits, point, exponent if wanted) that begins at Start; Start when none
+/// does.
 size_t NumberEnd(std::u16string_view Text, size_t Start, bool WithExponent) {
   size_t End = Start;
   while (IsDigit(Text, End) || (End < Text.size() && Text[End] == u'.')) ++End;
@@ -55,8 +61,8 @@ bool SamePieces(std::u16string_view Wanted, std::u16string_view Got, bool WithEx
   return I == Wanted.size() && J == Got.size();
 }
 
-/// Texts that differ at most in the last of 15 digits of a number inside them. In 52E-12' the exponent sign was an
-/// operator, so both readings count.
+/// Texts that differ at most in the last of 15 digits of a number inside them. In 52E-12' the exponent sign
+/// was an operator, so both readings count.
 bool SameArithmetic(std::u16string_view Wanted, std::u16string_view Got) {
   return SamePieces(Wanted, Got, true) || SamePieces(Wanted, Got, false);
 }
@@ -70,14 +76,14 @@ struct TFlags {
 
 std::string FirstForm(int Measure, double Value, int Scale, const TFlags& F) {
   bool Has = F.Has;
-  const std::u16string Text = TMeasureDataManager::StoreToDisplay(Has, Measure, Value, Scale, F.Append, F.NoSymbol,
-                                                                  F.NoDigitGroup, F.NoRound, F.NoPlusSign);
+  const std::u16string Text = TMeasureDataManager::StoreToDisplay(
+      Has, Measure, Value, Scale, F.Append, F.NoSymbol, F.NoDigitGroup, F.NoRound, F.NoPlusSign);
   return Escape(Text) + (Has ? "|1" : "|0");
 }
 
 std::string SecondForm(int Measure, double Value, int Scale, const TFlags& F) {
-  return Escape(TMeasureDataManager::StoreToDisplay(Measure, Value, Scale, F.Append, F.NoSymbol, F.NoDigitGroup,
-                                                    F.NoRound, F.NoPlusSign));
+  return Escape(TMeasureDataManager::StoreToDisplay(Measure, Value, Scale, F.Append, F.NoSymbol,
+                                                    F.NoDigitGroup, F.NoRound, F.NoPlusSign));
 }
 
 } // namespace
@@ -117,7 +123,8 @@ std::string CheckImperial(const TFields& Fields) {
   Difference.ExpectFlag("IsStandardFormat", Fields[4], IsStandardFormat(Text));
   Difference.ExpectText("GetFractionStandardFormat", Fields[5], GetFractionStandardFormat(Text));
   const double Inches = GetInchNumByFraction(Text);
-  if (!Near(FromBits(Fields[6]), Inches, 2)) Difference.Add("GetInchNumByFraction", Fields[6], ToBits(Inches));
+  if (!Near(FromBits(Fields[6]), Inches, 2))
+    Difference.Add("GetInchNumByFraction", Fields[6], ToBits(Inches));
   Difference.ExpectFlag("IsImperialNum", Fields[7], IsImperialNum(Text, false));
   Difference.ExpectFlag("IsImperialNum, no integers", Fields[8], IsImperialNum(Text, true));
   Difference.ExpectFlag("IsANum", Fields[9], IsANum(Text));
@@ -126,7 +133,8 @@ std::string CheckImperial(const TFields& Fields) {
 
 std::string CheckReplace(const TFields& Fields) {
   TDifference Difference;
-  const std::u16string Got = ReplaceImperialNumbers(Unescape(Fields[0]), ToInt(Fields[1]), FromBits(Fields[2]));
+  const std::u16string Got =
+      ReplaceImperialNumbers(Unescape(Fields[0]), ToInt(Fields[1]), FromBits(Fields[2]));
   if (!SameArithmetic(Unescape(Fields[3]), Got)) Difference.ExpectText("replaced", Fields[3], Got);
   return Difference.Report();
 }
@@ -136,8 +144,8 @@ std::string CheckExprToStore(const TFields& Fields) {
   const TUnitSetup Setup(Fields[0], Measure);
   const std::u16string Text = Unescape(Fields[2]);
   TDifference Difference;
-  const std::string Got = Attempt(
-      [&] { return Escape(TMeasureDataManager::ExprToStore(Measure, Text, 42, Fields[3] == "1")); });
+  const std::string Got =
+      Attempt([&] { return Escape(TMeasureDataManager::ExprToStore(Measure, Text, 42, Fields[3] == "1")); });
   const bool Same = Got.starts_with('=') && Fields[4].starts_with('=') &&
                     SameArithmetic(Unescape(Fields[4].substr(1)), Unescape(Got.substr(1)));
   if (!Same) Difference.Expect("ExprToStore", Fields[4], Got);
@@ -151,10 +159,10 @@ std::string CheckFormat(const TFields& Fields) {
   const double Value = FromBits(Fields[3]);
   const auto Parser = GetUnitParser(Setup.Unit().UnitParserClassName, &Setup.Unit());
   TDifference Difference;
-  Difference.Expect("AsString", Fields[4], Attempt([&] {
-                      return Escape(
-                          Parser->AsString(Value, Scale, F.NoSymbol, F.NoDigitGroup, F.NoRound, F.NoPlusSign));
-                    }));
+  Difference.Expect(
+      "AsString", Fields[4], Attempt([&] {
+        return Escape(Parser->AsString(Value, Scale, F.NoSymbol, F.NoDigitGroup, F.NoRound, F.NoPlusSign));
+      }));
   Difference.Expect("first form", Fields[5], Attempt([&] { return FirstForm(0, Value, Scale, F); }));
   Difference.Expect("second form", Fields[6], Attempt([&] { return SecondForm(0, Value, Scale, F); }));
   return Difference.Report();
@@ -183,7 +191,8 @@ std::string CheckParse(const TFields& Fields) {
   Difference.ExpectFlag("IsValid", Fields[3], Parser->IsValid(Text));
   Difference.ExpectFlag("CheckDisplay", Fields[3], TMeasureDataManager::CheckDisplay(0, Text));
   Difference.ExpectText("RemoveSymbol", Fields[4], Parser->RemoveSymbol(Text));
-  ExpectDouble(Difference, "AsDouble", Fields[5], Attempt([&] { return ToBits(Parser->AsDouble(Text, Scale)); }), Ulps);
+  ExpectDouble(Difference, "AsDouble", Fields[5],
+               Attempt([&] { return ToBits(Parser->AsDouble(Text, Scale)); }), Ulps);
   ExpectDouble(Difference, "DisplayToStore", Fields[5],
                Attempt([&] { return ToBits(TMeasureDataManager::DisplayToStore(0, Text, Scale)); }), Ulps);
   Difference.ExpectFlag("IsANum", Fields[6], TMeasureDataManager::IsANum(0, Text, false));
@@ -197,7 +206,8 @@ std::string CheckSymbol(const TFields& Fields) {
   const double Value = FromBits(Fields[2]);
   TDifference Difference;
   Difference.ExpectText("GetUnitSymbol", Fields[3], TMeasureDataManager::GetUnitSymbol(0, false));
-  Difference.ExpectText("GetUnitSymbol, empty for feet-inch", Fields[4], TMeasureDataManager::GetUnitSymbol(0, true));
+  Difference.ExpectText("GetUnitSymbol, empty for feet-inch", Fields[4],
+                        TMeasureDataManager::GetUnitSymbol(0, true));
   Difference.ExpectFlag("HasUnitSymbol", Fields[5], TCommonUnitCommand(0).HasUnitSymbol());
   ExpectDouble(Difference, "DecimalValueToStore", Fields[6],
                Attempt([&] { return ToBits(TMeasureDataManager::DecimalValueToStore(0, Value, Scale)); }), 0);

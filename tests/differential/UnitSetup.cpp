@@ -52,6 +52,8 @@ TUnitSetup::TUnitSetup(std::string_view Field, int ClassifyCode) {
   FillUnit(*FUnit, Parts);
 }
 
-TUnitSetup::~TUnitSetup() { FreeUnitSystem(); }
+TUnitSetup::~TUnitSetup() {
+  FreeUnitSystem();
+}
 
 } // namespace unitlib::differential

@@ -10,7 +10,8 @@ namespace unitlib::differential {
 /// Makes a set whose only measure has this classify code and the unit of the case; freed with the object.
 class TUnitSetup {
 public:
-  /// Field       class | code | round (0 none, 1, 3 editable) | increment | symbols | symbol index | six switches |
+  /// Field       class | code | round (0 none, 1, 3 editable) | increment | symbols | symbol index | six
+  /// switches |
   ///             text for "None" | digit-group class (? for none current)
   TUnitSetup(std::string_view Field, int ClassifyCode);
   ~TUnitSetup();

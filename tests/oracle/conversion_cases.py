@@ -113,7 +113,18 @@ ATOMS = [
 
 
 def arithmetic_text(rng):
-    """Imperial and plain numbers between operators, brackets and blanks."""
+    """Imperial and plain numbers between operators, brackets and blanks.
+
+    No token directly behind a point: the number that takes its place would have no visible start.
+    Nothing at the end of the double range: whether a product is still inside it depends on its rounding.
+    """
+    while True:
+        text = random_arithmetic(rng)
+        if "e308" not in text and not any(start > 0 and text[start - 1] == "." for start, _ in imperial.scan_tokens(text)):
+            return text
+
+
+def random_arithmetic(rng):
     out = ""
     for _ in range(rng.randint(1, 5)):
         chance = rng.random()

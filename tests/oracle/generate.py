@@ -31,8 +31,6 @@ def fixed_cases(rng, wanted):
         for text in expression_cases.MESSAGES:
             for _ in range(4):
                 yield expression_cases.elevation_case(rng, text)
-        for text in expression_cases.DEEP:
-            yield expression_cases.elevation_case(rng, text)
     if "defaults" in wanted:
         yield from default_cases.cases()
 

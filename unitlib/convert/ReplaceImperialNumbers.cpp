@@ -86,18 +86,35 @@ bool IsPlain(std::u16string_view Token) {
   return IsNumeric(Digits);
 }
 
-double InFeet(std::u16string_view Token) {
+/// A length as it is written: a number of feet (12 inches each) or of inches.
+struct TLength {
+  double Value = 0.0;
+  int InchesEach = 1;
+};
+
+TLength ReadLength(std::u16string_view Token) {
   double Value = 0.0;
   if (IsEndWithSymbol(Token) && TryStrToFloat(Token.substr(0, Token.size() - 1), Value))
-    return Token.back() == InchMark ? Value / 12 : Value;
-  return GetInchNumByFraction(Token) / 12;
+    return {Value, Token.back() == InchMark ? 1 : 12};
+  return {GetInchNumByFraction(Token), 1};
+}
+
+double ToFeet(TLength Length) {
+  return Length.Value / (12 / Length.InchesEach);
+}
+
+double ToMetres(TLength Length) {
+  // 0.0254 m, exact: international inch, 1959. As 127 / 5000 the product of whole inches and binary fractions
+  // is exact and only the quotient rounds; the other order is for products beyond the double range.
+  const double Numerator = 127 * Length.InchesEach;
+  const double Product = Length.Value * Numerator;
+  return std::isfinite(Product) ? Product / 5000 : Length.Value / 5000 * Numerator;
 }
 
 double Convert(std::u16string_view Token, int Mode, double Factor) {
   constexpr int FeetMode = 2;
-  constexpr double InchInMillimeters = 25.4; // exact: international inch, 1959
-  const double Feet = InFeet(Token);
-  return (Mode == FeetMode ? Feet : Feet * 12 * InchInMillimeters / 1000) * Factor;
+  const TLength Length = ReadLength(Token);
+  return (Mode == FeetMode ? ToFeet(Length) : ToMetres(Length)) * Factor;
 }
 
 } // namespace

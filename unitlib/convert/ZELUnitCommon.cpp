@@ -89,7 +89,9 @@ bool TCommonUnitParser::CheckFractionDisplay(std::u16string_view Text) const {
 }
 
 double TCommonUnitParser::AsFractionDouble(std::u16string_view Text, int ScaleIndex) const {
-  return 25.4 * GetInchNumByFraction(Text) / GetMScale(ScaleIndex); // mm, exact: international inch, 1959
+  // 25.4 mm, exact: international inch, 1959. As 127 / 5 the product of whole inches and binary fractions is
+  // exact and only the quotient rounds: 3" is 76.2, where 25.4 * 3 is not.
+  return GetInchNumByFraction(Text) * 127 / (5 * GetMScale(ScaleIndex));
 }
 
 std::vector<std::u16string> TCommonUnitParser::GetUnitArr() const {
