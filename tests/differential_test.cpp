@@ -20,8 +20,9 @@ struct TFamily {
 constexpr TFamily Families[] = {
     {"numtext", CheckNumberText}, {"numval", CheckNumberValue},  {"group", CheckGroup},
     {"imperial", CheckImperial},  {"replace", CheckReplace},     {"exprstore", CheckExprToStore},
-    {"format", CheckFormat},      {"nomeasure", CheckNoMeasure}, {"parse", CheckParse},
-    {"symbol", CheckSymbol},      {"expr", CheckExpression},     {"elev", CheckElevation},
+    {"format", CheckFormat},      {"nomeasure", CheckNoMeasure}, {"noparser", CheckNoParser},
+    {"parse", CheckParse},        {"symbol", CheckSymbol},       {"expr", CheckExpression},
+    {"elev", CheckElevation},
 };
 
 /// Differences beyond these are only counted.

@@ -63,6 +63,7 @@ std::string CheckReplace(const TFields& Fields);
 std::string CheckExprToStore(const TFields& Fields);
 std::string CheckFormat(const TFields& Fields);
 std::string CheckNoMeasure(const TFields& Fields);
+std::string CheckNoParser(const TFields& Fields);
 std::string CheckParse(const TFields& Fields);
 std::string CheckSymbol(const TFields& Fields);
 std::string CheckExpression(const TFields& Fields);

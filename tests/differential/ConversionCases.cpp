@@ -214,4 +214,29 @@ std::string CheckSymbol(const TFields& Fields) {
   return Difference.Report();
 }
 
+std::string CheckNoParser(const TFields& Fields) {
+  using TManager = TMeasureDataManager;
+  const TUnitSetup Setup(Fields[0], 3);
+  const int Measure = ToInt(Fields[1]);
+  const double Value = FromBits(Fields[2]);
+  const std::u16string Text = Unescape(Fields[3]);
+  TFlags F("000001");
+  F.Append = Fields[4] == "1";
+  TDifference Difference;
+  Difference.Expect("first form", Fields[5], Attempt([&] { return FirstForm(Measure, Value, -1, F); }));
+  Difference.ExpectFlag("CheckDisplay", Fields[6], TManager::CheckDisplay(Measure, Text));
+  Difference.Expect("DisplayToStore", Fields[7],
+                    Attempt([&] { return ToBits(TManager::DisplayToStore(Measure, Text, -1)); }));
+  Difference.Expect("ExprToStore", Fields[8],
+                    Attempt([&] { return Escape(TManager::ExprToStore(Measure, Text, 0, true)); }));
+  Difference.Expect("IsANum", Fields[9],
+                    Attempt([&] { return TManager::IsANum(Measure, Text, false) ? "1" : "0"; }));
+  Difference.Expect("DecimalValueToStore", Fields[10],
+                    Attempt([&] { return ToBits(TManager::DecimalValueToStore(Measure, Value, -1)); }));
+  Difference.Expect("GetUnitSymbol", Fields[11],
+                    Escape(TManager::GetUnitSymbol(Measure, false)) + "|" +
+                        Escape(TManager::GetUnitSymbol(Measure, true)));
+  return Difference.Report();
+}
+
 } // namespace unitlib::differential

@@ -313,7 +313,38 @@ def expr_to_store_case(rng):
     )
 
 
+def no_parser_case(rng):
+    """A unit whose parser class is not registered, and a measure that no configuration knows."""
+    settings = random_units.random_settings(rng)
+    unit = random_units.random_unit(rng)
+    unit.parser = rng.choice(["TFoo", "", "TCommonUnitParser", "TFractionalLengthParser", "TMetreParser ", "TUnit"])
+    project = facade.Project({3: unit}, settings)
+    measure = rng.choice([3, 3, 77, 0])
+    value, text = random_double(rng), texts.value_text(rng)
+    append = rng.random() < 0.5
+    command = facade.Command(project, measure)
+    return line(
+        "noparser",
+        unit_field(unit, settings),
+        str(measure),
+        bits(value),
+        escape(text),
+        flag(append),
+        attempt(
+            lambda: facade.store_to_display_first(project, measure, value, -1, append, [False] * 4, True),
+            lambda result: escape(result[0]) + "|" + flag(result[1]),
+        ),
+        flag(command.check_display(text)),
+        attempt(lambda: command.display_to_store(text, -1), bits),
+        attempt(lambda: facade.expr_to_store(project, measure, text, True), escape),
+        attempt(lambda: facade.is_a_num(project, measure, text, False), flag),
+        attempt(lambda: facade.decimal_value_to_store(project, measure, value, -1), bits),
+        escape(command.unit_symbol(False)) + "|" + escape(command.unit_symbol(True)),
+    )
+
+
 FAMILIES = {
+    "noparser": no_parser_case,
     "numtext": number_text_case,
     "numval": number_value_case,
     "group": group_case,
