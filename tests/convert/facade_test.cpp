@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <cstdlib>
 #include <thread>
 
 namespace unitlib {
@@ -162,7 +163,12 @@ TEST_F(Facade, DecimalNumbersCountFeetWithFeetAndInches) {
 
 TEST_F(Facade, NoLocaleLeaksIn) {
   const std::string Old = std::setlocale(LC_ALL, nullptr);
-  if (!std::setlocale(LC_ALL, "de_DE.UTF-8")) std::setlocale(LC_ALL, "German_Germany.1252");
+  // The test run under a decimal comma names its locale; elsewhere the locale of the machine serves.
+  const char* Name = std::getenv("UNITLIB_TEST_LOCALE");
+  ASSERT_NE(std::setlocale(LC_ALL, Name ? Name : ""), nullptr);
+  if (Name) {
+    ASSERT_STREQ(std::localeconv()->decimal_point, ",");
+  }
   UseUnit(Length, Meters);
   EXPECT_EQ(M::StoreToDisplay(Length, 1234567.89), u"1234.568");
   EXPECT_DOUBLE_EQ(M::DisplayToStore(Length, u"2.5"), 2500);
