@@ -1,0 +1,49 @@
+/// Listeners before and after the units change.
+#include "unitlib/capi/Call.h"
+#include "unitlib/notify/ZELUnitRefreshUtils.h"
+
+namespace unitlib::capi {
+namespace {
+
+TUnitRefreshManager& Manager() {
+  if (TUnitRefreshManager* const Found = UnitRefreshManager()) return *Found;
+  throw TFailure{UL_ERROR_NOT_AVAILABLE, u"The library is being unloaded"};
+}
+
+using TOperation = void (TUnitRefreshManager::*)(const THRXRefreshUnit&);
+
+ul_status Change(TOperation Operation, ul_callback Listener, void* Context) {
+  return Call([&] {
+    if (!Listener) FailArgument(u"A listener is null");
+    (Manager().*Operation)(THRXRefreshUnit::OfFunction(Listener, Context));
+  });
+}
+
+} // namespace
+} // namespace unitlib::capi
+
+using namespace unitlib::capi;
+using unitlib::TUnitRefreshManager;
+
+ul_status UL_CALL ul_attach_refresh_unit(ul_callback listener, void* context) {
+  return Change(&TUnitRefreshManager::Attach, listener, context);
+}
+ul_status UL_CALL ul_detach_refresh_unit(ul_callback listener, void* context) {
+  return Change(&TUnitRefreshManager::Detach, listener, context);
+}
+ul_status UL_CALL ul_refresh_unit(void) {
+  return Call([] { Manager().RefreshUnit(); });
+}
+ul_status UL_CALL ul_is_on_refresh_unit(int32_t* running) {
+  return Call([&] { Result(running) = Manager().IsOnRefreshUnit(); });
+}
+
+ul_status UL_CALL ul_attach_before_unit_change(ul_callback listener, void* context) {
+  return Change(&TUnitRefreshManager::BeforeUnitChangeAttach, listener, context);
+}
+ul_status UL_CALL ul_detach_before_unit_change(ul_callback listener, void* context) {
+  return Change(&TUnitRefreshManager::BeforeUnitChangeDetach, listener, context);
+}
+ul_status UL_CALL ul_refresh_before_unit_change(void) {
+  return Call([] { Manager().RefreshBeforeUnitChange(); });
+}
