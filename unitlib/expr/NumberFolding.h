@@ -1,0 +1,23 @@
+/// Arithmetic of operands: the value of one operator, and two numbers folded into one.
+#pragma once
+
+#include "unitlib/expr/ZELUnitArthProcessor.h"
+
+#include <memory>
+
+namespace unitlib {
+
+/// Value of an operator on the values of its operands; 0, with the parser's error set, where it is refused.
+double ApplyOperator(TParser& Parser, const TNode& Op, double Left, double Right);
+
+/// A new operand of this value, made through its text: 15 digits, and the limits of every operand.
+std::unique_ptr<TNode> FoldedNumber(TParser& Parser, double Value, bool IsImperial, std::int32_t Pos);
+
+/// Two numbers and an operator folded; imperial when one of them is. Both are used up.
+std::unique_ptr<TNode> FoldPair(TParser& Parser, char16_t Op, std::unique_ptr<TNode> Left,
+                                std::unique_ptr<TNode> Right, std::int32_t Pos);
+
+/// The number with the other sign, its digits as they are.
+std::unique_ptr<TNode> Negated(std::unique_ptr<TNode> Number);
+
+} // namespace unitlib

@@ -1,0 +1,246 @@
+#include "unitlib/expr/VariableSide.h"
+
+#include "unitlib/expr/ExpressionTools.h"
+#include "unitlib/expr/NumberFolding.h"
+#include "unitlib/rtl/Numbers.h"
+
+#include <cmath>
+
+namespace unitlib {
+namespace {
+
+constexpr double SmallestFactor = 1e-290; // below it products lose digits
+
+bool IsTerm(const TNode& Node) noexcept {
+  return Node.FValue == u"+" || Node.FValue == u"-";
+}
+bool IsFactor(const TNode& Node) noexcept {
+  return Node.FValue == u"*" || Node.FValue == u"/";
+}
+
+/// True when a child operator would be read differently without brackets, or as another tree.
+bool NeedsBrackets(const TNode& Parent, const TNode& Child, bool IsRight) noexcept {
+  if (Child.FNodeType != ntOp) return false;
+  return IsTerm(Parent) ? IsRight && IsTerm(Child) : IsRight || IsTerm(Child);
+}
+
+std::unique_ptr<TNode> MakeOperator(std::u16string_view Op, std::int32_t Pos, std::unique_ptr<TNode> Left,
+                                    std::unique_ptr<TNode> Right) {
+  auto Node = std::make_unique<TNode>();
+  Node->FNodeType = ntOp;
+  Node->FValue = Op;
+  Node->FIsVar = true;
+  Node->FPos = Pos;
+  if (NeedsBrackets(*Node, *Left, false)) Left->FIsBlock = true;
+  if (NeedsBrackets(*Node, *Right, true)) Right->FIsBlock = true;
+  Node->FLeft = std::move(Left);
+  Node->FRight = std::move(Right);
+  return Node;
+}
+
+/// An operand with this value, its digits cut to 15 as every folded number's.
+std::unique_ptr<TNode> MakeNumber(double Value, std::int32_t Pos) {
+  auto Node = std::make_unique<TNode>();
+  Node->FNodeType = ntNum;
+  Node->FPos = Pos;
+  Node->FValue = Node->FStoreValue = FloatToStr(Value);
+  Node->FDoubleValue = StrToFloat(Node->FValue);
+  return Node;
+}
+
+/// True when a product or quotient of numbers may stand for the two: an allowed operand, and no digits lost
+/// at the small end.
+bool IsSafe(double Value, bool MayBeZero) noexcept {
+  if (Value == 0) return MayBeZero;
+  return std::fabs(Value) <= LargestOperand && std::fabs(Value) >= SmallestFactor;
+}
+
+} // namespace
+
+TVariableSide::TVariableSide(TParser& Parser, std::unique_ptr<TNode> Core)
+    : FParser(&Parser), FPos(Core->FPos), FCore(std::move(Core)), FIsNegative(FCore->FIsNegative) {
+  FCore->FIsNegative = false;
+}
+
+std::unique_ptr<TNode> TVariableSide::Beside(TPiece Piece, std::unique_ptr<TNode> Node) const {
+  auto Left = Piece.NumberLeft ? std::move(Piece.Number) : std::move(Node);
+  auto Right = Piece.NumberLeft ? std::move(Node) : std::move(Piece.Number);
+  auto Result = MakeOperator({&Piece.Op, 1}, FPos, std::move(Left), std::move(Right));
+  Result->FIsBlock = Piece.IsBlock;
+  return Result;
+}
+
+std::unique_ptr<TNode> TVariableSide::ToNode() {
+  if (FIsNegative) AbsorbSign();
+  std::unique_ptr<TNode> Node = std::move(FCore);
+  if (FFactor) Node = Beside(std::move(FFactor), std::move(Node));
+  if (FOffset) Node = Beside(std::move(FOffset), std::move(Node));
+  return Node;
+}
+
+void TVariableSide::Apply(const TNode& Op, std::unique_ptr<TNode> Number, bool NumberLeft) {
+  FPos = Op.FPos;
+  if (IsTerm(Op)) {
+    Add(Op.FValue[0], std::move(Number), NumberLeft);
+    return SetBlock(Op.FIsBlock);
+  }
+  if (IsFactor(Op) && Number->FIsImperial) FParser->SetError(VarImperialMessage, FPos);
+  if (IsFactor(Op) && !Number->FIsImperial && Scale(Op.FValue[0], Number, NumberLeft))
+    return SetBlock(Op.FIsBlock);
+  std::unique_ptr<TNode> Side = ToNode();
+  if (NumberLeft)
+    Keep(Op, std::move(Number), std::move(Side));
+  else
+    Keep(Op, std::move(Side), std::move(Number));
+}
+
+/// A tree that is not taken apart becomes the core.
+void TVariableSide::Keep(const TNode& Op, std::unique_ptr<TNode> Left, std::unique_ptr<TNode> Right) {
+  FCore = MakeOperator(Op.FValue, Op.FPos, std::move(Left), std::move(Right));
+  FCore->FIsBlock = Op.FIsBlock;
+}
+
+void TVariableSide::SetBlock(bool IsBlock) {
+  if (FOffset)
+    FOffset.IsBlock = IsBlock;
+  else if (FFactor)
+    FFactor.IsBlock = IsBlock;
+  else
+    FCore->FIsBlock = IsBlock;
+}
+
+void TVariableSide::Add(char16_t Op, std::unique_ptr<TNode> Number, bool NumberLeft) {
+  if (!FOffset && !FIsNegative) {
+    FOffset = {std::move(Number), Op, NumberLeft, false};
+    return;
+  }
+  std::unique_ptr<TNode> Offset = TakeOffset();
+  const bool Reversed = NumberLeft && Op == u'-'; // number - (side + offset) is -side + (number - offset)
+  if (Reversed) FIsNegative = !FIsNegative;
+  if (Reversed && Offset) std::swap(Number, Offset);
+  if (Offset)
+    Offset = FoldPair(*FParser, Op, std::move(Offset), std::move(Number), FPos);
+  else
+    Offset = Op == u'-' && !Reversed ? Negated(std::move(Number)) : std::move(Number);
+  SetOffset(std::move(Offset));
+}
+
+/// The offset as a number to add; null when there is none.
+std::unique_ptr<TNode> TVariableSide::TakeOffset() {
+  if (!FOffset) return nullptr;
+  TPiece Piece = std::move(FOffset);
+  FOffset = {};
+  if (Piece.Op != u'-') return std::move(Piece.Number);
+  if (!Piece.NumberLeft) return Negated(std::move(Piece.Number));
+  FIsNegative = !FIsNegative;
+  return std::move(Piece.Number);
+}
+
+/// Writes a number to add as an offset: never a negative number, because in feet and inches a fraction with a
+/// sign cannot be typed; the variable on the left where the signs allow.
+void TVariableSide::SetOffset(std::unique_ptr<TNode> Number) {
+  const bool NumberLeft = FIsNegative && !(Number->FDoubleValue < 0);
+  if (NumberLeft)
+    FIsNegative = false;
+  else if (FIsNegative)
+    AbsorbSign();
+  const bool Subtract = NumberLeft || Number->FDoubleValue < 0;
+  if (Number->FDoubleValue < 0) Number = Negated(std::move(Number));
+  FOffset = {std::move(Number), Subtract ? u'-' : u'+', NumberLeft, false};
+}
+
+/// Puts the sign of the side into its factor.
+void TVariableSide::AbsorbSign() {
+  FIsNegative = false;
+  if (FFactor)
+    FFactor.Number = Negated(std::move(FFactor.Number));
+  else
+    FFactor = {MakeNumber(-1.0, FPos), u'*', false, false};
+}
+
+void TVariableSide::Negate() {
+  std::unique_ptr<TNode> Offset = TakeOffset();
+  FIsNegative = !FIsNegative;
+  if (Offset) SetOffset(Negated(std::move(Offset)));
+  SetBlock(false);
+}
+
+/// Multiplies or divides by a number, or divides it, piece by piece, and uses the number up; false, and
+/// nothing changed, when that cannot be done without a change of the value.
+bool TVariableSide::Scale(char16_t Op, std::unique_ptr<TNode>& Number, bool NumberLeft) {
+  const bool IsDivided = Op == u'/' && NumberLeft;
+  const bool ByZero = Op == u'/' && !NumberLeft && Number->FDoubleValue == 0;
+  // A division by zero stays where it stands: it is an error when the tree is evaluated.
+  if (FOffset ? IsDivided || ByZero : FIsNegative && ByZero) return false;
+  TPiece Factor;
+  if (FFactor && !ScaleFactor(Op, *Number, NumberLeft, Factor)) return false;
+  std::unique_ptr<TNode> Offset = TakeOffset();
+  if (Offset) Offset = FoldPair(*FParser, Op, std::move(Offset), Number->Clone(), FPos);
+  FFactor = FFactor ? std::move(Factor) : TPiece{std::move(Number), Op, NumberLeft, false};
+  if (Offset) SetOffset(std::move(Offset));
+  return true;
+}
+
+/// The factor there is, together with one more.
+bool TVariableSide::ScaleFactor(char16_t Op, const TNode& Number, bool NumberLeft, TPiece& Result) const {
+  const TNode& Factor = *FFactor.Number;
+  const bool IsDivisor = FFactor.Op == u'/' && !FFactor.NumberLeft; // core / factor
+  const bool IsDividend = FFactor.Op == u'/' && FFactor.NumberLeft; // factor / core
+  if (IsDivisor && Factor.FDoubleValue == 0) return false;
+  if (Op == u'*') {
+    if (IsDivisor) return Quotient(Number, Factor, true, Result);
+    return Product(Factor, Number, FFactor.Op, IsDividend, Result);
+  }
+  if (!NumberLeft) {
+    if (IsDivisor) return Product(Factor, Number, u'/', false, Result);
+    return Quotient(Factor, Number, !IsDividend, Result);
+  }
+  if (IsDividend) return false; // number / (factor / core): regrouped, a core of zero would be allowed
+  return IsDivisor ? Product(Number, Factor, u'/', true, Result) : Quotient(Number, Factor, false, Result);
+}
+
+/// core * Dividend / Divisor, or, with CoreLeft unset, Dividend / Divisor / core.
+bool TVariableSide::Quotient(const TNode& Dividend, const TNode& Divisor, bool CoreLeft,
+                             TPiece& Result) const {
+  const double P = Dividend.FDoubleValue, Q = Divisor.FDoubleValue;
+  if (Q == 0 || !IsSafe(P / Q, P == 0)) return false;
+  Result = {MakeNumber(P / Q, FPos), CoreLeft ? u'*' : u'/', !CoreLeft, false};
+  if (!CoreLeft || P == 0 || !IsSafe(Q / P, false)) return true;
+  // A third is no decimal number, but three is: divide by the reciprocal when that is the shorter one.
+  auto Reciprocal = MakeNumber(Q / P, FPos);
+  if (Reciprocal->FValue.size() < Result.Number->FValue.size())
+    Result = {std::move(Reciprocal), u'/', false, false};
+  return true;
+}
+
+bool TVariableSide::Product(const TNode& A, const TNode& B, char16_t Op, bool NumberLeft,
+                            TPiece& Result) const {
+  const double Value = A.FDoubleValue * B.FDoubleValue;
+  if (!IsSafe(Value, A.FDoubleValue == 0 || B.FDoubleValue == 0)) return false;
+  Result = {MakeNumber(Value, FPos), Op, NumberLeft, false};
+  return true;
+}
+
+void TVariableSide::Join(const TNode& Op, TVariableSide Right) {
+  FPos = Op.FPos;
+  const bool Regroup = IsTerm(Op) && (FOffset || Right.FOffset || FIsNegative || Right.FIsNegative);
+  if (!Regroup) return Keep(Op, ToNode(), Right.ToNode());
+  if (Op.FValue == u"-") Right.Negate();
+  std::unique_ptr<TNode> Offset = TakeOffset(), RightOffset = Right.TakeOffset();
+  // Both signs go into the operator, or before both sides.
+  if (FIsNegative && !Right.FIsNegative) std::swap(*this, Right);
+  const bool BothNegative = FIsNegative;
+  const bool Subtract = !FIsNegative && Right.FIsNegative;
+  FIsNegative = Right.FIsNegative = false;
+  FCore = MakeOperator(Subtract ? u"-" : u"+", Op.FPos, ToNode(), Right.ToNode());
+  FPos = Op.FPos;
+  FIsNegative = BothNegative;
+  if (Offset && RightOffset)
+    Offset = FoldPair(*FParser, u'+', std::move(Offset), std::move(RightOffset), FPos);
+  else if (RightOffset)
+    Offset = std::move(RightOffset);
+  if (Offset) SetOffset(std::move(Offset));
+  SetBlock(Op.FIsBlock);
+}
+
+} // namespace unitlib

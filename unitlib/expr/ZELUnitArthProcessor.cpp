@@ -1,0 +1,215 @@
+#include "unitlib/expr/ZELUnitArthProcessor.h"
+
+#include "unitlib/convert/ImperialText.h"
+#include "unitlib/convert/ZELUnitConvertor.h"
+#include "unitlib/expr/ExpressionTools.h"
+#include "unitlib/expr/NumberFolding.h"
+#include "unitlib/expr/TreeReader.h"
+#include "unitlib/expr/VariableSide.h"
+#include "unitlib/model/ZELUnitMgr.h"
+#include "unitlib/rtl/Numbers.h"
+#include "unitlib/rtl/Text.h"
+
+#include <limits>
+
+namespace unitlib {
+namespace {
+
+void UsePlaceholder(TNode& Node) {
+  Node.FDoubleValue = 1.0;
+  Node.FStoreValue = u"1";
+}
+
+std::u16string ClassifyNumber(TNode& Node, double Value) {
+  if (Value > LargestOperand || Value < -LargestOperand) {
+    UsePlaceholder(Node);
+    return Node.FValue + std::u16string(Value > 0 ? TooBigMessage : TooSmallMessage);
+  }
+  Node.FDoubleValue = Value;
+  Node.FStoreValue = Node.FValue;
+  return {};
+}
+
+std::u16string ClassifyImperial(TNode& Node) {
+  Node.FIsImperial = true;
+  UsePlaceholder(Node);
+  if (!TMeasureDataManager::CheckDisplay(ElevationMeasure, Node.FValue))
+    return std::u16string(ImperialFormatMessage) + Node.FValue;
+  Node.FDoubleValue = TMeasureDataManager::DisplayToStore(ElevationMeasure, Node.FValue, ThousandScale);
+  Node.FStoreValue = FloatToStr(Node.FDoubleValue);
+  return {};
+}
+
+/// What Clone copies of the node itself.
+std::unique_ptr<TNode> CloneFields(const TNode& Node) {
+  if (Node.FNodeType == ntUnknown) return nullptr;
+  auto Result = std::make_unique<TNode>();
+  Result->FNodeType = Node.FNodeType;
+  Result->FIsVar = Node.FIsVar;
+  Result->FPos = Node.FPos;
+  if (Node.FNodeType == ntOp) {
+    Result->SetValue(Node.FValue);
+    Result->FIsBlock = Node.FIsBlock;
+    return Result;
+  }
+  Result->FValue = Node.FValue;
+  Result->FDoubleValue = Node.FDoubleValue;
+  Result->FStoreValue = Node.FStoreValue;
+  Result->FIsImperial = Node.FIsImperial;
+  return Result;
+}
+
+} // namespace
+
+const TUnit& CurrentLengthUnit() {
+  const TMeasure* Measure = TSystemUnitDataManager::CurConfigMeasure(ElevationMeasure);
+  const TUnit* Unit = Measure ? Measure->GetCurUnit() : nullptr;
+  if (Unit) return *Unit;
+  const std::u16string Code = IntToStr(ElevationMeasure);
+  throw EListError(u"No current unit for measure " + Code, Code);
+}
+
+std::u16string ClassifyOperand(TNode& Node) {
+  const bool IsMetric = IsMetricLengthCode(CurrentLengthUnit().UnitIdentifyCode);
+  double Value = 0.0;
+  if (TryStrToFloat(Node.FValue, Value)) return ClassifyNumber(Node, Value);
+  if (!IsMetric && IsEndWithSymbol(Node.FValue)) return ClassifyImperial(Node);
+  Node.FStoreValue = Node.FValue;
+  Node.FIsVar = true;
+  return {};
+}
+
+void TNode::AfterConstruction() {
+  BeforeDestruction();
+  FIsBlock = FIsNegative = FIsVar = FIsElev = FIsImperial = false;
+  FValue.clear();
+  FStoreValue.clear();
+  FDoubleValue = 0.0;
+  FPos = -1;
+}
+
+void TNode::BeforeDestruction() noexcept {
+  // A left child is turned upwards until the top has none, then the top goes: no recursion, no allocation.
+  for (auto* Child : {&FLeft, &FRight}) {
+    std::unique_ptr<TNode> Top = std::move(*Child);
+    while (Top) {
+      std::unique_ptr<TNode> Next;
+      if (Top->FLeft) {
+        Next = std::move(Top->FLeft);
+        Top->FLeft = std::move(Next->FRight);
+        Next->FRight = std::move(Top);
+      } else {
+        Next = std::move(Top->FRight);
+      }
+      Top = std::move(Next);
+    }
+  }
+}
+
+std::unique_ptr<TNode> TNode::Clone() const {
+  std::unique_ptr<TNode> Result = CloneFields(*this);
+  std::vector<std::pair<const TNode*, TNode*>> Waiting; // original, copy that still lacks its children
+  auto CopyChild = [&Waiting](const std::unique_ptr<TNode>& Child, std::unique_ptr<TNode>& Place) {
+    if (!Child) return;
+    Place = CloneFields(*Child);
+    if (Place) Waiting.emplace_back(Child.get(), Place.get());
+  };
+  if (Result) Waiting.emplace_back(this, Result.get());
+  while (!Waiting.empty()) {
+    const auto [Original, Copy] = Waiting.back();
+    Waiting.pop_back();
+    if (Original->FNodeType != ntOp) continue;
+    CopyChild(Original->FLeft, Copy->FLeft);
+    CopyChild(Original->FRight, Copy->FRight);
+  }
+  return Result;
+}
+
+bool TNode::IsHigerThanOther(const TNode& AOther, bool ARespectBlock) const noexcept {
+  if (AOther.FIsBlock && ARespectBlock) return false;
+  if (FValue != u"*" && FValue != u"/") return false;
+  return AOther.FValue == u"+" || AOther.FValue == u"-";
+}
+
+void TNode::SetValue(std::u16string_view AValue) {
+  FValue = Trim(AValue);
+}
+
+TParser::TParser(std::u16string_view AText)
+    : FTotal(1), FPoint(1), FHasError(false), FErrPos(-1), FSkipped(0) {
+  // Positions are 32-bit integers, and one stands behind the text.
+  if (AText.size() >= static_cast<size_t>(std::numeric_limits<std::int32_t>::max())) {
+    SetError(TooLongMessage, -1);
+    return;
+  }
+  const std::u16string_view Trimmed = TrimView(AText);
+  FString = Trimmed;
+  FTotal = static_cast<std::int32_t>(Trimmed.size()) + 1;
+  if (!Trimmed.empty()) FSkipped = static_cast<std::int32_t>(Trimmed.data() - AText.data());
+}
+
+std::unique_ptr<TNode> TParser::Parse() {
+  return TTreeReader(*this).ReadText();
+}
+
+std::unique_ptr<TNode> TParser::GetNode() {
+  return TTreeReader(*this).ReadNode();
+}
+
+std::u16string TParser::SubStringInBracket() {
+  const std::int32_t Start = FPoint;
+  const std::int32_t Closing = FindClosingBracket(*this);
+  if (Closing == 0) return {};
+  FPoint = Closing + 1;
+  return FString.substr(static_cast<size_t>(Start) - 1, static_cast<size_t>(Closing - Start));
+}
+
+void TParser::ProcessNode(TNode& ANode) {
+  KeepError(*this, ANode.FPos, [&] {
+    const std::u16string Message = ClassifyOperand(ANode);
+    if (!Message.empty()) SetError(Message, ANode.FPos);
+  });
+}
+
+double TParser::GetDoubleValue(const TNode& ANode) {
+  std::vector<double> Values;
+  ForEachPostOrder(ANode, [&](const TNode& Node) {
+    if (Node.FNodeType != ntOp) {
+      Values.push_back(Node.FDoubleValue);
+    } else if (!IsWholeOperator(Node)) {
+      SetError(NoOperandMessage, Node.FPos);
+      if (Node.FLeft || Node.FRight) Values.pop_back();
+      Values.push_back(0.0);
+    } else {
+      const double Right = Values.back();
+      Values.pop_back();
+      Values.back() = ApplyOperator(*this, Node, Values.back(), Right);
+    }
+  });
+  return Values.back();
+}
+
+void TParser::Merge(std::unique_ptr<TNode>& ANode) {
+  if (ANode && !FHasError) ANode = MergeTree(*this, std::move(ANode));
+}
+
+void TParser::Mark(TNode& ANode) {
+  int Variables = 0;
+  ForEachPostOrder(ANode, [&](const TNode& Node) { Variables += IsVariable(Node); });
+  if (Variables >= 2) return SetError(u"", -1);
+  if (ANode.FNodeType != ntOp) {
+    ANode.FIsElev = true;
+    return;
+  }
+  for (TNode* Child : {ANode.FLeft.get(), ANode.FRight.get()})
+    if (Child && (ANode.FValue == u"-" || (ANode.FValue == u"+" && Child->FNodeType != ntOp)))
+      Child->FIsElev = true;
+}
+
+void TParser::SetError(std::u16string_view AMessage, std::int32_t APos) {
+  FHasError = true;
+  FErrMsg = AMessage;
+  FErrPos = APos;
+}
+
+} // namespace unitlib
