@@ -5,22 +5,31 @@ accepted; None where the library is free.
 """
 
 from dataclasses import dataclass, field
-from fractions import Fraction
 
 import facade
-from expression import MEASURE, NUM, SCALE, Node, Parser, parse_messages
-from merging import MIXED, OFFSET, Linear, expected_refusals, linear, merge_numbers, variables
+from expression import MEASURE, NUM, OP, SCALE, Node, Parser, parse_messages
+from merging import MIXED, OFFSET, expected_refusals, linear, merge_numbers, variables
 from number_text import OracleError, float_to_str, to_double
 
 
 @dataclass
+class Pieces:
+    """Around a variable the spelling is free, the pieces are not: offset is what the one number must
+    look like when it is added, opposite when it is taken away. Both None: no number at all."""
+
+    offset: str | None = None
+    opposite: str | None = None
+
+
+@dataclass
 class Answer:
-    store: list | None = field(default_factory=list)
-    edit: list | None = field(default_factory=list)
-    display: list | None = field(default_factory=list)
+    store: list | Pieces | None = field(default_factory=list)
+    edit: list | Pieces | None = field(default_factory=list)
+    display: list | Pieces | None = field(default_factory=list)
     accepted: list = field(default_factory=list)
-    # When no listed text is met, the store text may still be another spelling of this value:
-    value: tuple | None = None  # name, k, converted offset, inverse
+    # Around a variable: name, k, whether it is k / x, whether the offset is 0, and how far, in parts of
+    # itself, the offset may be off because its terms were folded one by one with 15 digits.
+    value: tuple | None = None
 
 
 def refused(text):
@@ -96,49 +105,58 @@ def around_variable(project, parser, text, root):
         return Answer(None, None, None, [True, False])
     if form.only_the_variable and form.k == 1:
         return Answer([form.name], [form.name], [form.name], [True])
-    return written_around(project, text, form)
+    return written_around(project, text, form, root)
 
 
-def written_around(project, text, form):
-    """Every spelling of k * x + b whose one offset is converted."""
+def written_around(project, text, form, root):
+    """k * x + b, whose one offset is converted."""
     offset = to_double(form.b)
-    imperial = form.imperial_terms > 0
-    answer = Answer(accepted=[True])
+    answer = Answer(accepted=[True], value=(form.name, form.k, form.inverse, offset == 0, slack(form)))
     if form.kind != OFFSET:
-        for place in ("store", "edit", "display"):
-            setattr(answer, place, side_texts(form))
-        answer.value = (form.name, form.k, Fraction(0), form.inverse)
+        answer.store = answer.edit = answer.display = Pieces()
         return answer
     for operand_form, place in (
         (Parser.store_operand, "store"),
         (Parser.edit_operand, "edit"),
         (Parser.display_operand, "display"),
     ):
-        pieces = {number: offset_text(project, operand_form, number, imperial) for number in (offset, -offset)}
-        missing = sum(piece is None for piece in pieces.values())
+        pieces = [offset_text(project, operand_form, number, form) for number in (offset, -offset)]
+        missing = sum(piece is None for piece in pieces)
         if missing == 0:
-            setattr(answer, place, spellings(form, offset, pieces))
+            setattr(answer, place, Pieces(*pieces))
         else:
             # Refused whatever its sign: the text stays; otherwise the library is free.
             setattr(answer, place, [text] if missing == len(pieces) else None)
         if missing and place == "store":
             answer.accepted = [False] if missing == len(pieces) else [True, False]
-    if answer.accepted == [True]:
-        converted = Fraction(offset) if imperial else converted_offset(project, offset)
-        answer.value = (form.name, form.k, converted, form.inverse)
+    return with_unfolded_text(project, text, form, root, answer)
+
+
+def slack(form):
+    return 2e-14 * float(form.spread / abs(form.b)) if form.b != 0 else 0.0
+
+
+def with_unfolded_text(project, text, form, root, answer):
+    """An offset that nothing was folded into keeps its text: "45.0" is refused where "45" is not."""
+    operands = [operand for operand in root.operands() if not operand.var]
+    if form.imperial_terms > 0 or len(operands) != 1:
+        return answer
+    command = facade.Command(project, MEASURE)
+    as_written = command.check_display(operands[0].store)
+    if as_written == command.check_display(float_to_str(operands[0].number)):
+        return answer
+    simple = root.kind == OP and root.left.kind == NUM and root.right.kind == NUM
+    simple = simple and not any(node.negative for node in root.nodes())
+    answer.store = [text] if simple and not as_written else None
+    answer.accepted = [False] if simple and not as_written else [True, False]
     return answer
 
 
-def converted_offset(project, offset):
-    command = facade.Command(project, MEASURE)
-    return Fraction(command.display_to_store(float_to_str(offset), SCALE))
-
-
-def offset_text(project, operand_form, number, imperial):
+def offset_text(project, operand_form, number, form):
     """The offset as an elevation operand; None where writing it is refused."""
     writer = Parser(project, "")
     node = Node(NUM, float_to_str(number))
-    node.imperial = imperial
+    node.imperial = form.imperial_terms > 0
     writer.process_node(node)
     node.elev = True
     try:
@@ -148,34 +166,3 @@ def offset_text(project, operand_form, number, imperial):
     if writer.failed:
         return None
     return f"({piece})" if node.number < 0 else piece
-
-
-def side_texts(form):
-    """Spellings of the variable side k * x or k / x."""
-    if form.inverse:
-        sides = [f"{number_text(form.k)}/{form.name}"]
-        return sides
-    if form.k == 1:
-        return [form.name]
-    sides = [f"{number_text(form.k)}*{form.name}", f"{form.name}*{number_text(form.k)}"]
-    if (1 / form.k).denominator == 1:
-        sides.append(f"{form.name}/{number_text(1 / form.k)}")
-    return sides
-
-
-def number_text(exact):
-    text = float_to_str(exact)
-    return f"({text})" if exact < 0 else text
-
-
-def spellings(form, offset, pieces):
-    texts = []
-    for side in side_texts(form):
-        texts += [f"{side}+{pieces[offset]}", f"{side}-{pieces[-offset]}", f"{pieces[offset]}+{side}"]
-        if offset == 0:
-            texts.append(side)
-    opposite = Linear(k=-form.k, inverse=form.inverse, name=form.name)
-    for side in side_texts(opposite):
-        texts.append(f"{pieces[offset]}-{side}")
-        texts.append(f"{pieces[offset]}-({side})")
-    return sorted(set(texts))

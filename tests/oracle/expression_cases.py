@@ -184,15 +184,15 @@ def variable_status(project, text, root):
     if len(names) == 1:
         form = merging.linear(parser, tree)
         if parser.failed:
-            return "err", set(parser.errors) | merging.expected_refusals(form)[0]
+            return "err", set(parser.errors) | merging.possible_messages(root)
         messages, must, may_form = merging.expected_refusals(form)
         may = may or may_form
     else:
         messages, must, may_form = merging.several_variables(parser, tree)
         if parser.failed:
-            return "err", set(parser.errors) | messages
+            return "err", set(parser.errors) | merging.possible_messages(root)
         may = may or may_form
-    return ("err", messages) if must else (("may", messages) if may else ("ok", set()))
+    return ("err", merging.possible_messages(root)) if must else (("may", messages) if may else ("ok", set()))
 
 
 def length_unit(rng):
@@ -240,8 +240,13 @@ def chain_around_variable(rng):
     return terms[0]
 
 
-def texts_field(alternatives):
-    return "" if alternatives is None else each(alternatives)
+def texts_field(wanted):
+    """Nothing: free; "|" and a text; "#" and the two spellings of an offset, none for no offset."""
+    if wanted is None:
+        return ""
+    if isinstance(wanted, elevation.Pieces):
+        return "#" + ("" if wanted.offset is None else escape(wanted.offset) + "|" + escape(wanted.opposite))
+    return each(wanted)
 
 
 def elevation_case(rng, text=None):
@@ -253,8 +258,8 @@ def elevation_case(rng, text=None):
     answer = elevation.elevation(project, text)
     value = ""
     if answer.value is not None:
-        name, k, b, inverse = answer.value
-        value = ";".join([escape(name), bits(float(k)), bits(float(b)), flag(inverse)])
+        name, k, inverse, no_offset, slack = answer.value
+        value = ";".join([escape(name), bits(float(k)), flag(inverse), flag(no_offset), bits(slack)])
     return line(
         "elev",
         unit_field(unit, settings),

@@ -8,7 +8,16 @@ the exact value for given values of the variables, and what the one offset must 
 from dataclasses import dataclass
 from fractions import Fraction
 
-from expression import E_ADD, E_SUB, E_VAR, NUM, Node
+from expression import (
+    E_ADD,
+    E_IMPERIAL_BY_IMPERIAL,
+    E_MUL,
+    E_PLAIN_BY_IMPERIAL,
+    E_SUB,
+    E_VAR,
+    NUM,
+    Node,
+)
 from number_text import OracleError, float_to_str
 
 
@@ -71,6 +80,7 @@ class Linear:
     kind: str = PRODUCT
     k: Fraction = Fraction(1)
     b: Fraction = Fraction(0)
+    spread: Fraction = Fraction(0)  # sum of the magnitudes that went into b
     inverse: bool = False
     name: str = ""
     plain_terms: int = 0
@@ -108,11 +118,11 @@ def _combined(parser, node):
     if form.kind != PRODUCT:
         form.kind = MIXED
     if node.value == "*":
-        form.k, form.b = form.k * n, form.b * n
+        form.k, form.b, form.spread = form.k * n, form.b * n, form.spread * abs(n)
     elif variable_left:
         form.unsure = form.unsure or n == 0
         if n != 0:
-            form.k, form.b = form.k / n, form.b / n
+            form.k, form.b, form.spread = form.k / n, form.b / n, form.spread / abs(n)
     else:
         _divide_by(form, n)
     if n == 0:
@@ -123,6 +133,7 @@ def _combined(parser, node):
 def _add(form, number, n, operator, variable_left):
     if form.kind == PRODUCT:
         form.kind = OFFSET
+    form.spread += abs(n)
     if number.imperial:
         form.imperial_terms += 1
     else:
@@ -172,3 +183,13 @@ def several_variables(parser, root):
     numbers = [operand for operand in root.operands() if not operand.var]
     mixed = any(n.imperial for n in numbers) and not all(n.imperial for n in numbers)
     return {E_ADD, E_SUB, E_VAR}, found["must"], found["may"] or mixed
+
+
+def possible_messages(root):
+    """What regrouping may come upon in a tree that is refused anyway: any of these may be the last."""
+    messages = {E_VAR}
+    if any(operand.imperial for operand in root.operands()):
+        messages |= {E_ADD, E_SUB, E_MUL, E_PLAIN_BY_IMPERIAL, E_IMPERIAL_BY_IMPERIAL}
+    if any(abs(operand.number) > 1e6 for operand in root.operands()):
+        messages |= {"* is too big", "* is too Small"}
+    return messages

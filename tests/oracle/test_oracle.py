@@ -399,10 +399,18 @@ class Elevations(unittest.TestCase):
         self.assertEqual(elevation.elevation(FEET, "").store, [""])
 
     def test_around_a_variable(self):
-        self.assertIn("A+0.8", elevation.elevation(METRIC, "A+500+300").store)
-        self.assertIn("0.5-A", elevation.elevation(METRIC, "1000-(A+500)").store)
-        self.assertIn("A+5' 6\"", elevation.elevation(FEET, "A+1.6764").edit + elevation.elevation(FEET, "A+5'6\"").edit)
+        pieces = elevation.Pieces
+        answer = elevation.elevation(METRIC, "A+500+300")
+        self.assertEqual((answer.store, answer.value[:4]), (pieces("0.8", "(-0.8)"), ("A", 1, False, False)))
+        answer = elevation.elevation(METRIC, "1000-(A+500)")
+        self.assertEqual((answer.store, answer.value[:4]), (pieces("0.5", "(-0.5)"), ("A", -1, False, False)))
+        answer = elevation.elevation(FEET, "A+5'6\"")
+        self.assertEqual((answer.store, answer.edit), (pieces("1.6764", "(-1.6764)"), pieces("5' 6\"", "(-5' 6\")")))
         self.assertEqual(elevation.elevation(METRIC, "A").store, ["A"])
+        # The unfolded text of the offset decides: 45.0 inches are no inch fraction.
+        self.assertEqual(elevation.elevation(FEET, "A+45.0").accepted, [False])
+        self.assertEqual(elevation.elevation(FEET, "A+45").accepted, [True])
+        self.assertEqual(elevation.elevation(FEET, "A+44.5+0.5").accepted, [True])
 
 
 class Defaults(unittest.TestCase):
