@@ -1,0 +1,38 @@
+/// Progress of a long run on the terminal.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+namespace unitlib::app {
+
+/// Draws one line on a stream, at most ten times a second and only after the first half second, and wipes it
+/// at the end. Draws nothing when it is not wanted.
+class TProgressBar {
+public:
+  /// Total      bytes to come, 0 where not known: only the rows are counted then
+  TProgressBar(std::FILE* Stream, std::uint64_t Total, bool Wanted);
+  ~TProgressBar() { Clear(); }
+  TProgressBar(const TProgressBar&) = delete;
+  TProgressBar& operator=(const TProgressBar&) = delete;
+
+  void Update(std::uint64_t Done, std::uint64_t Rows);
+  /// Wipes the line, for a message to take its place.
+  void Clear();
+
+private:
+  using TClock = std::chrono::steady_clock;
+
+  std::FILE* FStream;
+  std::uint64_t FTotal;
+  bool FWanted;
+  TClock::time_point FNext;
+  std::size_t FDrawn = 0; // columns on the screen
+};
+
+/// The line itself: "[##########          ]  50 %  1234567 rows".
+std::string ProgressLine(std::uint64_t Done, std::uint64_t Total, std::uint64_t Rows);
+
+} // namespace unitlib::app

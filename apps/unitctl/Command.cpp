@@ -1,0 +1,63 @@
+#include "apps/unitctl/Command.h"
+
+#include "apps/common/Files.h"
+#include "apps/unitctl/Arguments.h"
+#include "unitlib/rtl/Text.h"
+
+#include <CLI/CLI.hpp>
+
+namespace unitlib::app {
+
+void TContext::Print(std::string_view Text) const {
+  TStreamOutput(Streams.Out, "standard output").Write(Text);
+}
+
+void TContext::Complain(std::string_view Message) const {
+  Complain(Message, {}, NoPlace);
+}
+
+void TContext::Complain(std::string_view Message, std::string_view Text, std::size_t Place) const {
+  std::string Lines = "unitctl: " + std::string(Message) + "\n";
+  if (Place != NoPlace) Lines += MarkedText(Text, Place);
+  // Nowhere is left to tell that standard error cannot be written.
+  std::fwrite(Lines.data(), 1, Lines.size(), Streams.Err);
+}
+
+void TContext::ComplainBad(std::string_view Message, std::string_view Text, std::size_t Place) {
+  Complain(Message, Text, Place);
+  ExitCode = ExitBad;
+}
+
+std::string Quoted(std::string_view Text) {
+  constexpr std::size_t Longest = 200;
+  if (Text.size() > Longest) return "\"" + Printable(Text.substr(0, Longest)) + "...\"";
+  return "\"" + Printable(Text) + "\"";
+}
+
+std::string Quoted(std::u16string_view Text) {
+  return Quoted(ToUtf8(Text));
+}
+
+std::string Counted(std::size_t Count, std::string_view Noun) {
+  return std::to_string(Count) + " " + std::string(Noun) + (Count == 1 ? "" : "s");
+}
+
+CLI::App* AddCommand(CLI::App& Parent, const std::string& Name, const std::string& Description,
+                     const std::string& Example) {
+  CLI::App* Command = Parent.add_subcommand(Name, Description);
+  Command->fallthrough();
+  Command->footer("Example:\n" + Example);
+  return Command;
+}
+
+CLI::Option* AddText(CLI::App& Command, const std::string& Name, std::string& Value,
+                     const std::string& Description) {
+  return Command.add_option(Name, Value, Description)->type_name("")->transform(UnguardText);
+}
+
+CLI::Option* AddTexts(CLI::App& Command, const std::string& Name, std::vector<std::string>& Values,
+                      const std::string& Description) {
+  return Command.add_option(Name, Values, Description)->type_name("")->transform(UnguardText);
+}
+
+} // namespace unitlib::app

@@ -1,0 +1,16 @@
+/// The whole program as a function: reads the arguments, runs one command.
+#pragma once
+
+#include "apps/unitctl/Command.h"
+
+#include <string>
+#include <vector>
+
+namespace unitlib::app {
+
+/// Runs unitctl with these arguments (UTF-8, without the program's name). Nothing is thrown: errors are
+/// written to Streams.Err. Changes the process-wide unit settings and frees them again. return      exit
+/// status, see Command.h
+int RunUnitctl(const std::vector<std::string>& Arguments, const TStreams& Streams);
+
+} // namespace unitlib::app

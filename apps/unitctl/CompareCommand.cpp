@@ -1,0 +1,123 @@
+/// unitctl compare: a take-off schedule in all unit systems side by side.
+#include "apps/common/Files.h"
+#include "apps/common/TablePrinter.h"
+#include "apps/unitctl/Arguments.h"
+#include "apps/unitctl/Command.h"
+#include "apps/unitctl/Names.h"
+#include "apps/unitctl/Schedule.h"
+#include "apps/unitctl/Session.h"
+#include "unitlib/rtl/Text.h"
+
+#include <CLI/CLI.hpp>
+
+#include <deque>
+#include <memory>
+
+namespace unitlib::app {
+namespace {
+
+using TManager = TSystemUnitDataManager;
+
+struct TCompareOptions {
+  TScheduleOptions Schedule;
+  std::string Input;
+  bool NoSymbols = false;
+};
+
+/// The row in every system. Bad in one system: an empty cell there, and a report.
+class TComparison {
+public:
+  TComparison(TContext& Context, const TScheduleReader& Reader, const TScheduleOptions& Options,
+              std::string Source)
+      : FContext(Context), FLayout(Reader.Layout()), FSource(std::move(Source)), FTable(Columns(Reader)) {
+    for (int I = 0; I < TManager::CurUseUnitConfigContainer().Count(); ++I) {
+      TManager::SetCurConfig(I);
+      FConverters.emplace_back(FLayout, Options);
+    }
+  }
+
+  void Add(const TRowBatch::TRow& Row, std::string_view Raw) {
+    if (Raw.empty()) return;
+    if (!FFields.Split(Raw) || Row.OpenQuote || FFields.Count() != FLayout.Count)
+      return Report(Row.Line, {0, "the row does not fit the header", "", NoPlace});
+    std::vector<std::string> Cells;
+    for (std::size_t I = 0; I < FFields.Count(); ++I)
+      if (IsShown(I)) Cells.emplace_back(FFields[I]);
+    TRowProblem Problem;
+    for (std::size_t I = 0; I < FConverters.size(); ++I) {
+      TManager::SetCurConfig(static_cast<int>(I));
+      if (!FConverters[I].Convert(FFields, Cells.emplace_back(), Problem)) Report(Row.Line, Problem);
+    }
+    FTable.Add(Cells);
+  }
+
+  std::string Text() const { return FTable.Text(); }
+
+private:
+  /// Measure and value are told by the texts.
+  bool IsShown(std::size_t Column) const { return Column != FLayout.Measure && Column != FLayout.Value; }
+
+  std::vector<TColumn> Columns(const TScheduleReader& Reader) const {
+    std::vector<TColumn> Result;
+    for (std::size_t I = 0; I < Reader.Columns().size(); ++I)
+      if (IsShown(I)) Result.push_back({Reader.Columns()[I]});
+    for (const auto& System : TManager::CurUseUnitConfigContainer())
+      Result.push_back({ToUtf8(System->Description), TAlign::Right});
+    return Result;
+  }
+
+  void Report(std::uint64_t Line, const TRowProblem& Problem) {
+    FContext.ComplainBad(FSource + ":" + std::to_string(Line) + ": " + Problem.Message, Problem.Text,
+                         Problem.Place);
+  }
+
+  TContext& FContext;
+  TScheduleLayout FLayout;
+  std::string FSource;
+  TTable FTable;
+  std::deque<TRowConverter> FConverters; // one for each system
+  TCsvFields FFields;
+};
+
+void Compare(TContext& Context, TCompareOptions& Options) {
+  const TSession Session(Context);
+  Options.Schedule.Format.AppendSymbol = !Options.NoSymbols;
+  const bool FromStream = Options.Input.empty() || Options.Input == "-";
+  const auto Input = FromStream ? std::make_unique<TInput>(Context.Streams.In, "standard input")
+                                : std::make_unique<TInput>(Options.Input);
+  const std::string Source = Printable(Input->Name());
+  TScheduleReader Reader(*Input, Source, Options.Schedule);
+  TComparison Comparison(Context, Reader, Options.Schedule, Source);
+  TRowBatch Batch;
+  while (Reader.ReadBatch(Batch)) {
+    std::string_view Rest = Batch.Bytes;
+    for (const TRowBatch::TRow& Row : Batch.Rows) {
+      Comparison.Add(Row, Rest.substr(0, Row.Size));
+      Rest.remove_prefix(Row.Size);
+    }
+  }
+  Context.Print(Comparison.Text());
+}
+
+} // namespace
+
+void AddCompareCommand(CLI::App& App, TContext& Context) {
+  auto Options = std::make_shared<TCompareOptions>();
+  CLI::App* Command =
+      AddCommand(App, "compare", "Show a take-off schedule (CSV) in all unit systems side by side",
+                 "  unitctl compare examples/data/small-house.csv\n"
+                 "The texts carry their unit symbols; the columns of measure and value are left out.");
+  const auto Add = [Command](const char* Name, auto& Value, const char* Type, const char* Description) {
+    return Command->add_option(Name, Value, Description)->type_name(Type)->transform(UnguardText);
+  };
+  AddText(*Command, "IN.csv", Options->Input, "Schedule to read; \"-\" or nothing: standard input");
+  Add("--measure-column", Options->Schedule.MeasureColumn, "NAME",
+      "Column of the measures (default measure)");
+  Add("--value-column", Options->Schedule.ValueColumn, "NAME", "Column of the values (default value)");
+  Add("--measure", Options->Schedule.Measure, "MEASURE", "Measure of all rows, instead of a column");
+  AddScaleOption(*Command, Options->Schedule.Format.Scale);
+  Command->add_flag("--no-symbols", Options->NoSymbols, "Do not add unit symbols");
+  Command->callback([&Context, Options] { Compare(Context, *Options); });
+}
+
+} // namespace unitlib::app

@@ -1,0 +1,238 @@
+/// unitctl eval, elev, expr: typed arithmetic and elevations.
+#include "apps/unitctl/Command.h"
+#include "apps/unitctl/Names.h"
+#include "apps/unitctl/Session.h"
+#include "unitlib/convert/ZELUnitConvertor.h"
+#include "unitlib/expr/ZELUnitArthProcessor.h"
+#include "unitlib/rtl/Errors.h"
+#include "unitlib/rtl/Numbers.h"
+#include "unitlib/rtl/Text.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <memory>
+
+namespace unitlib::app {
+namespace {
+
+/// A typed text on its way through the engine: parsed, merged, marked.
+struct TExpression {
+  explicit TExpression(const std::string& Typed)
+      : Text(FromTerminal(Typed)), Parser(Text), Root(Parser.Parse()) {}
+
+  void Simplify() {
+    if (Root && !Parser.FHasError) Parser.Merge(Root);
+    if (Root && !Parser.FHasError) Parser.Mark(*Root);
+  }
+  bool Failed() const { return Parser.FHasError || !Root; }
+
+  std::u16string Text;
+  TParser Parser;
+  std::unique_ptr<TNode> Root;
+};
+
+void ComplainAbout(TContext& Context, const TExpression& Expression, const std::string& Typed) {
+  const TParser& Parser = Expression.Parser;
+  std::string Message = "the text is empty";
+  if (Parser.FHasError && !Parser.FErrMsg.empty())
+    Message = ToUtf8(Parser.FErrMsg);
+  else if (Parser.FHasError)
+    Message = "more than one variable, or a number that cannot be typed in this unit";
+  const std::size_t Place = Parser.FErrPos >= 0
+                                ? Utf8Offset(Expression.Text, static_cast<std::size_t>(Parser.FErrPos))
+                                : Typed.size();
+  Context.ComplainBad(Quoted(Typed) + ": " + Printable(Message), Typed,
+                      Parser.FErrPos >= 0 ? Place : NoPlace);
+}
+
+/// Makes sure that elevations can be converted, for a better message than the engine's.
+void RequireElevationMeasure() {
+  TMeasure* Measure = nullptr;
+  TSession::System();
+  Measure = TSystemUnitDataManager::CurConfigMeasure(ElevationMeasure);
+  if (!Measure)
+    throw ERefused("the unit system has no measure with classify code 3, which typed arithmetic is read in");
+  RequireConvertible(*Measure);
+}
+
+std::string NodeLine(const TNode& Node) {
+  std::string Result = Printable(ToUtf8(Node.FValue));
+  if (Node.FNodeType == ntNum) {
+    if (Node.FIsVar)
+      Result += "  variable";
+    else if (Node.FIsImperial)
+      Result += "  imperial, " + ToUtf8(FloatToStr(Node.FDoubleValue)) + " m";
+    else
+      Result += "  number";
+  }
+  if (Node.FIsBlock) Result += Node.FIsNegative ? "  negative block" : "  block";
+  return Result;
+}
+
+/// The tree, one node a line, operands indented below their operator. A tree may be as deep as its text is
+/// long, so nothing recurses, and the indentation ends somewhere.
+std::string TreeText(const TNode& Root) {
+  constexpr std::size_t MaxIndent = 40;
+  std::string Result;
+  std::vector<std::pair<const TNode*, std::size_t>> Open = {{&Root, 1}};
+  while (!Open.empty()) {
+    const auto [Node, Depth] = Open.back();
+    Open.pop_back();
+    Result += std::string(2 * std::min(Depth, MaxIndent), ' ');
+    if (Depth > MaxIndent) Result += "(level " + std::to_string(Depth) + ") ";
+    Result += NodeLine(*Node) + "\n";
+    if (Node->FRight) Open.emplace_back(Node->FRight.get(), Depth + 1);
+    if (Node->FLeft) Open.emplace_back(Node->FLeft.get(), Depth + 1);
+  }
+  return Result;
+}
+
+/// The display form of a store form.
+std::string DisplayForm(TContext& Context, const std::u16string& Store) {
+  TExpression Expression(ToUtf8(Store));
+  Expression.Simplify();
+  if (!Expression.Failed()) static_cast<void>(Expression.Parser.GetDisplayValue(*Expression.Root));
+  if (!Expression.Failed()) return ToUtf8(GetElevDisplayValue(Store));
+  ComplainAbout(Context, Expression, ToUtf8(Store));
+  return "-";
+}
+
+void EvalOne(TContext& Context, const std::string& Typed, bool Tree) {
+  TExpression Expression(Typed);
+  if (Tree && Expression.Root) Context.Print("tree\n" + TreeText(*Expression.Root));
+  Expression.Simplify();
+  if (Expression.Failed()) return ComplainAbout(Context, Expression, Typed);
+  const TNode& Root = *Expression.Root;
+  if (Root.FNodeType == ntNum && !Root.FIsVar)
+    Context.Print("value    " + ToUtf8(FloatToStr(Root.FDoubleValue)) + (Root.FIsImperial ? " m\n" : "\n"));
+  if (!CheckElevEditValue(Expression.Text)) {
+    static_cast<void>(Expression.Parser.GetStoreValue(Root));
+    if (!Expression.Parser.FHasError) Expression.Parser.SetError({}, -1);
+    return ComplainAbout(Context, Expression, Typed);
+  }
+  const std::u16string Store = GetElevStoreValue(Expression.Text);
+  Context.Print("store    " + Printable(ToUtf8(Store)) + "\n");
+  Context.Print("display  " + Printable(DisplayForm(Context, Store)) + "\n");
+}
+
+struct TEvalOptions {
+  std::vector<std::string> Texts;
+  bool Tree = false;
+};
+
+void Eval(TContext& Context, const TEvalOptions& Options) {
+  const TSession Session(Context);
+  RequireElevationMeasure();
+  for (const std::string& Typed : Options.Texts) {
+    if (Options.Texts.size() > 1) Context.Print("text     " + Printable(Typed) + "\n");
+    EvalOne(Context, Typed, Options.Tree);
+  }
+}
+
+using TElevationFunction = std::u16string (*)(std::u16string_view);
+using TTextForm = std::u16string (TParser::*)(const TNode&);
+
+/// One line for each text. A text that is no elevation comes back unchanged, and that is said.
+void Elevation(TContext& Context, const std::vector<std::string>& Texts, TElevationFunction Function,
+               TTextForm Form) {
+  const TSession Session(Context);
+  RequireElevationMeasure();
+  for (const std::string& Typed : Texts) {
+    TExpression Expression(Typed);
+    Expression.Simplify();
+    if (!Expression.Failed()) static_cast<void>((Expression.Parser.*Form)(*Expression.Root));
+    if (Expression.Failed() && !Typed.empty()) ComplainAbout(Context, Expression, Typed);
+    Context.Print(ToUtf8(Function(Expression.Text)) + "\n");
+  }
+}
+
+void CheckElevations(TContext& Context, const std::vector<std::string>& Texts) {
+  const TSession Session(Context);
+  RequireElevationMeasure();
+  for (const std::string& Typed : Texts) {
+    const bool Valid = CheckElevEditValue(FromTerminal(Typed));
+    if (!Valid) Context.ExitCode = ExitBad;
+    Context.Print((Valid ? "valid    " : "invalid  ") + Printable(Typed) + "\n");
+  }
+}
+
+struct TExprOptions {
+  std::string Measure;
+  std::string Text;
+  bool SkipImperial = false;
+};
+
+void Expr(TContext& Context, const TExprOptions& Options) {
+  const TSession Session(Context);
+  const TMeasure& Measure = FindConvertible(Options.Measure);
+  const std::u16string Result = TMeasureDataManager::ExprToStore(
+      Measure.ClassifyCode, FromTerminal(Options.Text), 0, Options.SkipImperial);
+  Context.Print(ToUtf8(Result) + "\n");
+}
+
+void AddEval(CLI::App& App, TContext& Context) {
+  auto Options = std::make_shared<TEvalOptions>();
+  CLI::App* Command =
+      AddCommand(App, "eval", "Calculate typed arithmetic: value, store form and display form",
+                 "  unitctl eval \"5'6\\\" + 2*1'3\\\"\" \"-(1+2)*3\"\n"
+                 "  unitctl eval --tree \"L1 - (5'+1')\"\n"
+                 "Plain numbers count in the current unit of the measure with classify code 3, imperial "
+                 "operands by their own marks;\n"
+                 "the store form is in metres. One variable is allowed.");
+  AddTexts(*Command, "TEXT", Options->Texts, "Expressions")->required();
+  Command->add_flag("--tree", Options->Tree, "Print the tree of the expression as it was read");
+  Command->callback([&Context, Options] { Eval(Context, *Options); });
+}
+
+void AddElevationForm(CLI::App& Elev, TContext& Context, const std::string& Name,
+                      const std::string& Description, const std::string& Example, TElevationFunction Function,
+                      TTextForm Form) {
+  auto Texts = std::make_shared<std::vector<std::string>>();
+  CLI::App* Command = AddCommand(Elev, Name, Description, Example);
+  AddTexts(*Command, "TEXT", *Texts, "Elevations: one length, or one variable with an offset")->required();
+  Command->callback([&Context, Texts, Function, Form] { Elevation(Context, *Texts, Function, Form); });
+}
+
+void AddElev(CLI::App& App, TContext& Context) {
+  CLI::App* Elev = AddCommand(App, "elev", "Convert elevations between their typed, stored and shown forms",
+                              "  unitctl elev store \"L1+5'6\\\"\"\n"
+                              "A text that is no elevation is written unchanged; exit status 2.");
+  Elev->require_subcommand(1);
+  AddElevationForm(*Elev, Context, "store", "Typed form to store form (lengths in metres)",
+                   "  unitctl elev store \"L1+5'6\\\"\"", GetElevStoreValue, &TParser::GetStoreValue);
+  AddElevationForm(*Elev, Context, "edit", "Store form to the form for typing",
+                   "  unitctl elev edit L1+1.6764", GetElevEditValue, &TParser::GetEditValue);
+  AddElevationForm(*Elev, Context, "display", "Store form to the form for showing",
+                   "  unitctl elev display L1+1.6764", GetElevDisplayValue, &TParser::GetDisplayValue);
+  auto Texts = std::make_shared<std::vector<std::string>>();
+  CLI::App* Check =
+      AddCommand(*Elev, "check", "Tell which typed texts are elevations",
+                 "  unitctl elev check \"L1+5'\" L1+L2\nExit status 2 when any of them is invalid.");
+  AddTexts(*Check, "TEXT", *Texts, "Texts as a user types them")->required();
+  Check->callback([&Context, Texts] { CheckElevations(Context, *Texts); });
+}
+
+void AddExpr(CLI::App& App, TContext& Context) {
+  auto Options = std::make_shared<TExprOptions>();
+  CLI::App* Command = AddCommand(App, "expr", "Replace imperial numbers in an expression by plain ones",
+                                 "  unitctl expr 0 \"3'6\\\"+2\"\n"
+                                 "Only the length measures (classify codes 0, 3 and 7) are changed. The "
+                                 "plain numbers stand for thousands of the\n"
+                                 "base unit divided by the current unit's size: metres give 1.0668+2.");
+  AddText(*Command, "MEASURE", Options->Measure, "Measure, by description or classify code")->required();
+  AddText(*Command, "TEXT", Options->Text, "Expression")->required();
+  Command->add_flag("--skip-imperial", Options->SkipImperial,
+                    "Leave a text that is one imperial number as it is");
+  Command->callback([&Context, Options] { Expr(Context, *Options); });
+}
+
+} // namespace
+
+void AddExpressionCommands(CLI::App& App, TContext& Context) {
+  AddEval(App, Context);
+  AddElev(App, Context);
+  AddExpr(App, Context);
+}
+
+} // namespace unitlib::app

@@ -1,0 +1,211 @@
+#include "apps/unitctl/Schedule.h"
+
+#include "apps/common/CsvWriter.h"
+#include "apps/common/NearestName.h"
+#include "apps/unitctl/Command.h"
+#include "apps/unitctl/Names.h"
+#include "unitlib/rtl/Errors.h"
+#include "unitlib/rtl/Numbers.h"
+#include "unitlib/rtl/Text.h"
+
+#include <algorithm>
+
+namespace unitlib::app {
+namespace {
+
+constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+constexpr std::size_t BatchBytes = std::size_t{256} << 10;
+/// Spellings of measures that are remembered; a file of nothing but new ones must not fill the memory.
+constexpr std::size_t MaxSpellings = 1000;
+
+std::string_view TrimBlanks(std::string_view Text) {
+  const std::size_t First = std::min(Text.find_first_not_of(" \t"), Text.size());
+  return Text.substr(First, Text.find_last_not_of(" \t") + 1 - First);
+}
+
+void AppendUtf8(std::string& Out, std::u16string_view Text) {
+  const std::size_t Old = Out.size();
+  for (const char16_t C : Text) {
+    if (C >= 0x80) {
+      Out.resize(Old);
+      Out += ToUtf8(Text);
+      return;
+    }
+    Out.push_back(static_cast<char>(C));
+  }
+}
+
+} // namespace
+
+TScheduleReader::TScheduleReader(TByteSource& Source, std::string SourceName, const TScheduleOptions& Options)
+    : FSourceName(std::move(SourceName)), FReader(Source) {
+  TCsvRecord Record;
+  if (!FReader.Next(Record) || Record.Raw.empty())
+    throw ERefused(FSourceName + ":1: a header row is needed, with the names of the columns");
+  if (Record.Raw.starts_with("\xFF\xFE") || Record.Raw.starts_with("\xFE\xFF"))
+    throw ERefused(FSourceName + ": this is UTF-16; save it as UTF-8");
+  TCsvFields Fields;
+  if (!Fields.Split(Record.Raw))
+    throw ERefused(FSourceName + ":1: the quotes of the header row do not match");
+  for (const std::string_view Field : Fields.All()) FColumns.emplace_back(TrimBlanks(Field));
+  FLineEnd = Record.LineEnd.empty() ? "\n" : Record.LineEnd;
+  FindColumns(Options);
+  if (FReader.HadMark()) FHeader = Utf8Mark;
+  FHeader.append(Record.Raw).append(",");
+  AppendCsvField(FHeader, Options.DisplayColumn);
+  FHeader += FLineEnd;
+}
+
+void TScheduleReader::FindColumns(const TScheduleOptions& Options) {
+  FLayout.Count = FColumns.size();
+  FLayout.Value = FindColumn(Options.ValueColumn);
+  if (!Options.Measure) FLayout.Measure = FindColumn(Options.MeasureColumn);
+  if (std::find(FColumns.begin(), FColumns.end(), Options.DisplayColumn) != FColumns.end())
+    throw ERefused(FSourceName + ":1: there is a column " + Quoted(Options.DisplayColumn) +
+                   " already; name the new one with --display-column");
+}
+
+std::size_t TScheduleReader::FindColumn(const std::string& Name) const {
+  const auto Found = std::find(FColumns.begin(), FColumns.end(), Name);
+  if (Found == FColumns.end())
+    throw ERefused(FSourceName + ":1: no column " + Quoted(Name) + "; the nearest is " +
+                   Quoted(FColumns[NearestName(Name, FColumns)]));
+  if (std::find(Found + 1, FColumns.end(), Name) != FColumns.end())
+    throw ERefused(FSourceName + ":1: the column " + Quoted(Name) + " occurs twice; which one is meant?");
+  return static_cast<std::size_t>(Found - FColumns.begin());
+}
+
+void TScheduleReader::Append(TRowBatch& Batch, const TCsvRecord& Record) const {
+  Batch.Bytes.append(Record.Raw);
+  Batch.Rows.push_back({Record.Raw.size(), Record.Line, FReader.Line(), Record.OpenQuote});
+}
+
+bool TScheduleReader::ReadBatch(TRowBatch& Batch) {
+  Batch.Clear();
+  TCsvRecord Record;
+  if (!FReader.Next(Record)) return false;
+  Append(Batch, Record);
+  while (Batch.Bytes.size() < BatchBytes && FReader.NextBuffered(Record)) Append(Batch, Record);
+  return true;
+}
+
+TRowConverter::TRowConverter(const TScheduleLayout& Layout, const TScheduleOptions& Options)
+    : FLayout(Layout), FFormat(Options.Format), FValueColumn(Options.ValueColumn) {
+  if (Options.Measure) FMeasure = FindConvertible(*Options.Measure).ClassifyCode;
+}
+
+bool TRowConverter::Convert(const TCsvFields& Fields, std::string& Display, TRowProblem& Problem) {
+  Display.clear();
+  int Code = FMeasure;
+  double Value = 0;
+  if (FLayout.Measure != TScheduleLayout::None && !FindMeasure(Fields[FLayout.Measure], Code, Problem))
+    return false;
+  const std::string_view Cell = Fields[FLayout.Value];
+  if (!ReadValue(Cell, Value, Problem)) return false;
+  try {
+    AppendUtf8(Display, DisplayText(Code, Value, FFormat));
+    return true;
+  } catch (const EUnitError& Error) {
+    Problem = {0, Quoted(Cell) + ": " + Printable(Error.what()), std::string(Cell), NoPlace};
+    return false;
+  }
+}
+
+bool TRowConverter::FindMeasure(std::string_view Cell, int& Code, TRowProblem& Problem) {
+  if (const auto Known = FCodes.find(Cell); Known != FCodes.end()) {
+    Code = Known->second;
+    return true;
+  }
+  try {
+    Code = FindConvertible(TrimBlanks(Cell)).ClassifyCode;
+  } catch (const std::runtime_error& Error) { // ERefused, or malformed UTF-8
+    Problem = {0, Printable(Error.what()), std::string(Cell), NoPlace};
+    return false;
+  }
+  if (FCodes.size() < MaxSpellings) FCodes.emplace(Cell, Code);
+  return true;
+}
+
+bool TRowConverter::ReadValue(std::string_view Cell, double& Value, TRowProblem& Problem) {
+  FNumber.assign(Cell.begin(), Cell.end()); // a byte that is no ASCII stays no digit
+  const TNumberText Number = ReadNumber(FNumber);
+  Value = Number.Value;
+  if (Number.Ok) return true;
+  Problem = {0, "column " + Quoted(FValueColumn) + ": " + Quoted(Cell) + " " + NumberProblem(Cell),
+             std::string(Cell), NumberStop(Cell)};
+  return false;
+}
+
+TBatchConverter::TBatchConverter(const TScheduleLayout& Layout, const TScheduleOptions& Options,
+                                 std::string LineEnd)
+    : FConverter(Layout, Options), FCount(Layout.Count), FStrict(Options.Strict),
+      FLineEnd(std::move(LineEnd)) {}
+
+void TBatchConverter::Convert(const TRowBatch& Batch, TBatchResult& Result) {
+  Result.Csv.clear();
+  Result.Problems.clear();
+  Result.Rows = 0;
+  Result.Stopped = false;
+  std::string_view Rest = Batch.Bytes;
+  for (const TRowBatch::TRow& Row : Batch.Rows) {
+    if (!ConvertRow(Row, Rest.substr(0, Row.Size), Result)) {
+      Result.Problems.push_back(std::move(FProblem));
+      Result.Problems.back().Line = Row.Line;
+      Result.Stopped = FStrict;
+      if (FStrict) return;
+    }
+    Rest.remove_prefix(Row.Size);
+  }
+}
+
+/// False: the row is bad, and FProblem says why.
+bool TBatchConverter::ConvertRow(const TRowBatch::TRow& Row, std::string_view Raw, TBatchResult& Result) {
+  if (Raw.empty() && FCount > 1) { // an empty line is no row
+    Result.Csv += FLineEnd;
+    return true;
+  }
+  ++Result.Rows;
+  const bool WellFormed = FFields.Split(Raw);
+  const bool Shaped = CheckShape(Row, WellFormed);
+  FDisplay.clear();
+  const bool Good = Shaped && FConverter.Convert(FFields, FDisplay, FProblem);
+  if (!Good && FStrict) return false;
+  AppendRow(Raw, Shaped, Result.Csv);
+  return Good;
+}
+
+/// A row that does not fit the header could have its value in another column.
+bool TBatchConverter::CheckShape(const TRowBatch::TRow& Row, bool WellFormed) {
+  FProblem = {};
+  if (Row.OpenQuote)
+    FProblem.Message = "a quote is not closed before the end of the file: everything down to line " +
+                       std::to_string(Row.LastLine) + " was taken for one row";
+  else if (!WellFormed)
+    FProblem.Message = "text stands behind a closing quote";
+  else if (FFields.Count() != FCount)
+    FProblem.Message =
+        "the row has " + Counted(FFields.Count(), "field") + ", the header " + std::to_string(FCount);
+  return FProblem.Message.empty();
+}
+
+/// The row as it stands with the display text behind it; a misshapen one is written anew, so that the text is
+/// in its column and the quotes match.
+void TBatchConverter::AppendRow(std::string_view Raw, bool AsItStands, std::string& Out) const {
+  if (AsItStands) {
+    Out.append(Raw);
+  } else {
+    for (std::size_t I = 0; I < FCount; ++I) {
+      if (I > 0) Out.push_back(',');
+      if (I < FFields.Count()) AppendCsvField(Out, FFields[I]);
+    }
+  }
+  Out.push_back(',');
+  AppendCsvField(Out, FDisplay);
+  for (std::size_t I = FCount; I < FFields.Count(); ++I) {
+    Out.push_back(',');
+    AppendCsvField(Out, FFields[I]);
+  }
+  Out.append(FLineEnd);
+}
+
+} // namespace unitlib::app

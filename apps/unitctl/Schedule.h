@@ -1,0 +1,141 @@
+/// A take-off schedule: the rows of a CSV file get the display text of their value as one more column.
+/// Three parts that know nothing of each other: a reader hands out batches of rows, a converter turns a batch
+/// into output bytes and problems, whoever owns the output writes them in order. A converter touches nothing
+/// but its own buffers and the settings, which it only reads: batches may be converted on several threads,
+/// one converter each.
+#pragma once
+
+#include "apps/common/CsvReader.h"
+#include "apps/unitctl/FormatOptions.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace unitlib::app {
+
+struct TScheduleOptions {
+  std::string MeasureColumn = "measure";
+  std::string ValueColumn = "value";
+  std::string DisplayColumn = "display";
+  std::optional<std::string> Measure; // one measure for all rows, instead of a column
+  TFormatOptions Format;
+  bool Strict = false; // stop at the first bad row
+};
+
+/// Where things are in a row.
+struct TScheduleLayout {
+  static constexpr std::size_t None = static_cast<std::size_t>(-1);
+  std::size_t Count = 0;      // columns
+  std::size_t Measure = None; // None: one measure for all rows
+  std::size_t Value = None;
+};
+
+struct TRowProblem {
+  std::uint64_t Line = 0;
+  std::string Message;
+  std::string Text; // the offending cell
+  std::size_t Place = static_cast<std::size_t>(-1);
+};
+
+/// Rows as they stand in the file, in its order.
+struct TRowBatch {
+  struct TRow {
+    std::size_t Size = 0; // bytes without line end; the rows stand one behind the other in Bytes
+    std::uint64_t Line = 0;
+    std::uint64_t LastLine = 0;
+    bool OpenQuote = false;
+  };
+  std::string Bytes;
+  std::vector<TRow> Rows;
+
+  void Clear() {
+    Bytes.clear();
+    Rows.clear();
+  }
+};
+
+struct TBatchResult {
+  std::string Csv;
+  std::vector<TRowProblem> Problems;
+  std::size_t Rows = 0;
+  bool Stopped = false; // strict, and a row was bad: Csv ends before it
+};
+
+/// Reads the header, then batches of rows.
+class TScheduleReader {
+public:
+  /// errors      ERefused no header row, no such column, a column that occurs twice
+  TScheduleReader(TByteSource& Source, std::string SourceName, const TScheduleOptions& Options);
+
+  const TScheduleLayout& Layout() const noexcept { return FLayout; }
+  const std::vector<std::string>& Columns() const noexcept { return FColumns; }
+  /// "\n" or "\r\n", as the header ends.
+  const std::string& LineEnd() const noexcept { return FLineEnd; }
+  /// The header with the new column, as it goes into the output.
+  const std::string& Header() const noexcept { return FHeader; }
+  /// Replaces the batch by the next rows: those that have arrived, at most a few hundred kilobytes. False at
+  /// the end.
+  bool ReadBatch(TRowBatch& Batch);
+
+private:
+  void FindColumns(const TScheduleOptions& Options);
+  std::size_t FindColumn(const std::string& Name) const;
+  void Append(TRowBatch& Batch, const TCsvRecord& Record) const;
+
+  std::string FSourceName;
+  TCsvReader FReader;
+  TScheduleLayout FLayout;
+  std::vector<std::string> FColumns;
+  std::string FLineEnd;
+  std::string FHeader;
+};
+
+/// Finds the display text of one row. The settings must not change during its life.
+class TRowConverter {
+public:
+  /// errors      ERefused the one measure for all rows is unknown or cannot be converted
+  TRowConverter(const TScheduleLayout& Layout, const TScheduleOptions& Options);
+
+  /// Display becomes the text. False and a problem without its line when the row is bad; Display is empty
+  /// then.
+  bool Convert(const TCsvFields& Fields, std::string& Display, TRowProblem& Problem);
+
+private:
+  bool FindMeasure(std::string_view Cell, int& Code, TRowProblem& Problem);
+  bool ReadValue(std::string_view Cell, double& Value, TRowProblem& Problem);
+
+  TScheduleLayout FLayout;
+  TFormatOptions FFormat;
+  std::string FValueColumn;
+  int FMeasure = 0;                               // of all rows, when there is no column
+  std::map<std::string, int, std::less<>> FCodes; // cells of the measure column that were found
+  std::u16string FNumber;
+};
+
+/// Converts batches to output bytes.
+class TBatchConverter {
+public:
+  TBatchConverter(const TScheduleLayout& Layout, const TScheduleOptions& Options, std::string LineEnd);
+
+  /// Replaces the result by that of the batch.
+  void Convert(const TRowBatch& Batch, TBatchResult& Result);
+
+private:
+  void AppendRow(std::string_view Raw, bool AsItStands, std::string& Out) const;
+  bool ConvertRow(const TRowBatch::TRow& Row, std::string_view Raw, TBatchResult& Result);
+  bool CheckShape(const TRowBatch::TRow& Row, bool WellFormed);
+
+  TRowConverter FConverter;
+  std::size_t FCount;
+  bool FStrict;
+  std::string FLineEnd;
+  TCsvFields FFields;
+  std::string FDisplay;
+  TRowProblem FProblem;
+};
+
+} // namespace unitlib::app

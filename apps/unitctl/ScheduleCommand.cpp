@@ -1,0 +1,185 @@
+/// unitctl schedule: appends display texts to a take-off schedule.
+#include "apps/common/CsvReader.h"
+#include "apps/common/Files.h"
+#include "apps/common/Platform.h"
+#include "apps/common/ProgressBar.h"
+#include "apps/common/TablePrinter.h"
+#include "apps/unitctl/Arguments.h"
+#include "apps/unitctl/Command.h"
+#include "apps/unitctl/Schedule.h"
+#include "apps/unitctl/Session.h"
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+
+namespace unitlib::app {
+namespace {
+
+/// A file of this size takes long enough for a progress bar.
+constexpr std::uint64_t LongInput = std::uint64_t{4} << 20;
+
+struct TCommandOptions {
+  TScheduleOptions Schedule;
+  std::string Input;
+  std::optional<std::string> Output;
+  bool Table = false;
+};
+
+/// Bytes of an output file, for reading them again.
+class TTextSource final : public TByteSource {
+public:
+  explicit TTextSource(std::string_view Text) : FRest(Text) {}
+  std::size_t Read(char* Buffer, std::size_t Size) override {
+    const std::size_t Count = FRest.copy(Buffer, Size);
+    FRest.remove_prefix(Count);
+    return Count;
+  }
+
+private:
+  std::string_view FRest;
+};
+
+/// Holds the rows back and writes them as an aligned table.
+class TTableSink final : public TByteSink {
+public:
+  TTableSink(std::unique_ptr<TByteSink> Target, std::vector<TColumn> Columns)
+      : FTarget(std::move(Target)), FTable(std::move(Columns)) {}
+
+  void Write(std::string_view Csv) override {
+    TTextSource Source(Csv);
+    TCsvReader Reader(Source);
+    TCsvRecord Record;
+    TCsvFields Fields;
+    while (Reader.Next(Record)) {
+      if (Record.Raw.empty()) continue;
+      Fields.Split(Record.Raw);
+      FTable.Add({Fields.All().begin(), Fields.All().end()});
+    }
+  }
+
+  void Commit() override {
+    FTarget->Write(FTable.Text());
+    FTarget->Commit();
+  }
+
+private:
+  std::unique_ptr<TByteSink> FTarget;
+  TTable FTable;
+};
+
+std::unique_ptr<TInput> OpenInput(const TContext& Context, const std::string& Path) {
+  if (!Path.empty() && Path != "-") return std::make_unique<TInput>(Path);
+  if (platform::IsTerminal(Context.Streams.In))
+    Context.Complain("reading rows from the keyboard; Ctrl-D ends them");
+  return std::make_unique<TInput>(Context.Streams.In, "standard input");
+}
+
+std::unique_ptr<TByteSink> OpenOutput(const TContext& Context, const std::optional<std::string>& Path) {
+  if (!Path || *Path == "-") return std::make_unique<TStreamOutput>(Context.Streams.Out, "standard output");
+  return std::make_unique<TFileOutput>(*Path);
+}
+
+std::unique_ptr<TByteSink> AsTable(std::unique_ptr<TByteSink> Target, const TScheduleReader& Reader,
+                                   const TScheduleOptions& Options) {
+  std::vector<TColumn> Columns;
+  for (std::size_t I = 0; I < Reader.Columns().size(); ++I)
+    Columns.push_back({Reader.Columns()[I], I == Reader.Layout().Value ? TAlign::Right : TAlign::Left});
+  Columns.push_back({Options.DisplayColumn, TAlign::Right});
+  return std::make_unique<TTableSink>(std::move(Target), std::move(Columns));
+}
+
+/// A bar is of use when it does not run through the rows on the same screen.
+bool WantsProgress(const TContext& Context, const TInput& Input, bool WritesToScreen) {
+  const bool Long = Input.Size() == 0 || Input.Size() >= LongInput;
+  return Long && !WritesToScreen && platform::IsTerminal(Context.Streams.Err) &&
+         !(Input.Size() == 0 && platform::IsTerminal(Context.Streams.In));
+}
+
+void Report(const TContext& Context, const std::string& Source, const TRowProblem& Problem) {
+  std::string Text = Source + ":" + std::to_string(Problem.Line) + ": " + Problem.Message + "\n";
+  if (Problem.Place != NoPlace) Text += MarkedText(Problem.Text, Problem.Place);
+  std::fwrite(Text.data(), 1, Text.size(), Context.Streams.Err);
+}
+
+struct TTotals {
+  std::uint64_t Rows = 0;
+  std::uint64_t Bad = 0;
+  bool Stopped = false;
+};
+
+TTotals Run(const TContext& Context, TScheduleReader& Reader, TBatchConverter& Converter, TByteSink& Output,
+            const TInput& Input, TProgressBar& Progress) {
+  TTotals Totals;
+  TRowBatch Batch;
+  TBatchResult Result;
+  while (!Totals.Stopped && Reader.ReadBatch(Batch)) {
+    Converter.Convert(Batch, Result);
+    if (!Result.Problems.empty()) Progress.Clear();
+    for (const TRowProblem& Problem : Result.Problems) Report(Context, Input.Name(), Problem);
+    Totals.Rows += Result.Rows;
+    Totals.Bad += Result.Problems.size();
+    Totals.Stopped = Result.Stopped;
+    Output.Write(Result.Csv);
+    Progress.Update(Input.Done(), Totals.Rows);
+  }
+  return Totals;
+}
+
+void Schedule(TContext& Context, const TCommandOptions& Options) {
+  const TSession Session(Context);
+  TSession::System(); // chosen, or a message that says how
+  const auto Input = OpenInput(Context, Options.Input);
+  TScheduleReader Reader(*Input, Printable(Input->Name()), Options.Schedule);
+  TBatchConverter Converter(Reader.Layout(), Options.Schedule, Reader.LineEnd());
+  auto Output = OpenOutput(Context, Options.Output);
+  if (Options.Table) Output = AsTable(std::move(Output), Reader, Options.Schedule);
+  if (!Options.Table) Output->Write(Reader.Header());
+  const bool ToScreen = !Options.Output && platform::IsTerminal(Context.Streams.Out);
+  TProgressBar Progress(Context.Streams.Err, Input->Size(), WantsProgress(Context, *Input, ToScreen));
+  const TTotals Totals = Run(Context, Reader, Converter, *Output, *Input, Progress);
+  Progress.Clear();
+  if (Totals.Bad > 0) Context.ExitCode = ExitBad;
+  if (Totals.Stopped) {
+    Context.Complain(
+        "stopped at the first bad row" +
+        std::string(Options.Output ? "; " + Printable(*Options.Output) + " is not written" : ""));
+    return;
+  }
+  Output->Commit();
+  if (Totals.Bad > 0)
+    Context.Complain(std::to_string(Totals.Bad) + " of " + Counted(Totals.Rows, "row") + " bad");
+}
+
+} // namespace
+
+void AddScheduleCommand(CLI::App& App, TContext& Context) {
+  auto Options = std::make_shared<TCommandOptions>();
+  CLI::App* Command = AddCommand(
+      App, "schedule", "Append the display text to each row of a take-off schedule (CSV)",
+      "  unitctl schedule takeoff.csv -o shown.csv\n"
+      "  unitctl schedule --system 2 --append-symbol --table < takeoff.csv\n"
+      "  unitctl schedule rebar.csv --measure 6 --value-column mass\n"
+      "The first row names the columns; values are stored values, measures are named by description or "
+      "classify code.\n"
+      "A bad row is reported as file:line, kept with an empty text, and makes the exit status 2. The output "
+      "file is\n"
+      "replaced only when all is written. --table holds all rows in memory, everything else streams.");
+  const auto Add = [Command](const char* Name, auto& Value, const char* Type, const char* Description) {
+    return Command->add_option(Name, Value, Description)->type_name(Type)->transform(UnguardText);
+  };
+  AddText(*Command, "IN.csv", Options->Input, "Schedule to read; \"-\" or nothing: standard input");
+  Add("-o,--output", Options->Output, "FILE", "File to write; \"-\" or nothing: standard output");
+  Add("--measure-column", Options->Schedule.MeasureColumn, "NAME",
+      "Column of the measures (default measure)");
+  Add("--value-column", Options->Schedule.ValueColumn, "NAME", "Column of the values (default value)");
+  Add("--display-column", Options->Schedule.DisplayColumn, "NAME", "Column to append (default display)");
+  Add("--measure", Options->Schedule.Measure, "MEASURE", "Measure of all rows, instead of a column");
+  AddFormatOptions(*Command, Options->Schedule.Format);
+  Command->add_flag("--table", Options->Table, "Write an aligned table instead of CSV");
+  Command->add_flag("--strict", Options->Schedule.Strict,
+                    "Stop at the first bad row and leave the output file as it was");
+  Command->callback([&Context, Options] { Schedule(Context, *Options); });
+}
+
+} // namespace unitlib::app
