@@ -1,4 +1,5 @@
 /// Controls of the Format dialog, their places and their events.
+#include "unitlib/model/UnitModel.h"
 #include "unitlib/ui/Controls.h"
 #include "unitlib/ui/Placing.h"
 #include "unitlib/ui/Toolkit.h"
@@ -67,23 +68,26 @@ void TSystemUnitFormatFrm::CreateControls() {
   Panel = Stack.Add("pnlUnit");
   wxStaticText* const Units = AddLabel(Panel, TUiText::Units);
   cbbUnit = AddCombo(Panel, "cbbUnit");
-  Stack.Place(PanelHeights[1], {{Units, 10, 10}, {cbbUnit, 136, 6, 189, ComboHeight}});
+  InitUnitList();
+  Stack.Place(PanelHeights[1], {{Units, 10, 10}, {cbbUnit, 136, 6, 189, ComboHeight, 203}});
 
   Panel = Stack.Add("pnlRounding");
   wxStaticText* const Rounding = AddLabel(Panel, TUiText::Rounding);
   cbbsheru = AddCombo(Panel, "cbbsheru");
+  FillForWidth(*cbbsheru, &TUnit::GetRoundDescriptionArray);
   wxStaticText* const Increment = AddLabel(Panel, TUiText::RoundingIncrement);
   edtPrecise = new wxTextCtrl(Panel, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
                               wxTE_PROCESS_ENTER, wxDefaultValidator, "edtPrecise");
   Stack.Place(PanelHeights[2], {{Rounding, 10, 6},
                                 {Increment, 173, 6},
-                                {cbbsheru, 10, 24, 145, ComboHeight},
+                                {cbbsheru, 10, 24, 145, ComboHeight, 165},
                                 {edtPrecise, 170, 24, 155, ComboHeight}});
 
   Panel = Stack.Add("pnlSymbol");
   wxStaticText* const Symbol = AddLabel(Panel, TUiText::UnitSymbol);
   cbbUnitCharacter = AddCombo(Panel, "cbbUnitCharacter");
-  Stack.Place(PanelHeights[3], {{Symbol, 10, 6}, {cbbUnitCharacter, 10, 23, 145, ComboHeight}});
+  FillForWidth(*cbbUnitCharacter, &TUnit::GetUnitSymbolDescriptionArray);
+  Stack.Place(PanelHeights[3], {{Symbol, 10, 6}, {cbbUnitCharacter, 10, 23, 145, ComboHeight, 329}});
 
   Panel = Stack.Add("pnlSwitches");
   std::vector<TPlace> Places;
@@ -103,9 +107,16 @@ void TSystemUnitFormatFrm::CreateControls() {
   btnOK = AddButton(Panel, wxID_OK, TUiText::OK, "btnOK");
   btnCancel = AddButton(Panel, wxID_CANCEL, TUiText::Cancel, "btnCancel");
   btnOK->SetDefault();
-  Stack.Place(ButtonsHeight, {{btnOK, 145, 6, 89, 25, true}, {btnCancel, 242, 6, 89, 25, true}});
+  Stack.Place(ButtonsHeight, {{btnOK, 145, 6, 89, 25, 0, true}, {btnCancel, 242, 6, 89, 25, 0, true}});
 
   SetClientSize(Stack.Apply());
+}
+
+/// Everything the list will hold for one unit or another, so that its place is wide enough for each.
+void TSystemUnitFormatFrm::FillForWidth(wxChoice& List,
+                                        std::vector<std::u16string> (TUnit::*Texts)() const) const {
+  for (const auto& Unit : FUnitSetting->UnitContainer)
+    for (const std::u16string& Text : (Unit.get()->*Texts)()) List.Append(ToWx(Text));
 }
 
 void TSystemUnitFormatFrm::BindEvents() {
@@ -113,9 +124,16 @@ void TSystemUnitFormatFrm::BindEvents() {
   cbbsheru->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) { Guard([this] { cbbsheruChange(); }); });
   btnOK->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { Guard([this] { AcceptOrPrompt(); }); });
   // A box cannot be opened while the focus is on its way, so the test waits until it has arrived.
-  edtPrecise->Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& Event) {
+  const auto CheckLater = [this] { CallAfter([this] { Guard([this] { CheckAfterExit(); }); }); };
+  edtPrecise->Bind(wxEVT_KILL_FOCUS, [this, CheckLater](wxFocusEvent& Event) {
     Event.Skip();
-    CallAfter([this] { Guard([this] { CheckAfterExit(); }); });
+    FExitPending = true;
+    CheckLater();
+  });
+  // After a drop-down list of this dialog has closed.
+  Bind(wxEVT_ACTIVATE, [this, CheckLater](wxActivateEvent& Event) {
+    Event.Skip();
+    if (Event.GetActive() && FExitPending) CheckLater();
   });
 }
 

@@ -29,7 +29,8 @@ double TextScale(const wxWindow&) {
 }
 #endif
 
-constexpr int Margin = 6; // kept free behind a control that needs more room than designed
+constexpr int Margin =
+    6; // kept free behind a control that needs more room than designed, in pixels at 96 dpi
 
 } // namespace
 
@@ -41,11 +42,12 @@ int TScale::operator()(int Pixels) const noexcept {
 }
 
 TPanelPlacing::TPanelPlacing(const TScale& Scale, wxSize Design, std::vector<TPlace> Places)
-    : FNeeded(Scale(Design.x), Scale(Design.y)), FDesignWidth(Scale(Design.x)), FScale(Scale) {
+    : FNeeded(Scale(Design.x), Scale(Design.y)), FDesignWidth(Scale(Design.x)) {
   for (const TPlace& Place : Places) {
     const wxSize Best = Place.Control->GetBestSize();
-    const wxSize Size(Place.Width ? Scale(Place.Width) : Best.x, std::max(Scale(Place.Height), Best.y));
-    FPlaced.push_back({Place, Size});
+    wxSize Size(Place.Width ? Scale(Place.Width) : Best.x, std::max(Scale(Place.Height), Best.y));
+    if (Place.MaxWidth) Size.x = std::clamp(Best.x, Size.x, Scale(Place.MaxWidth));
+    FPlaced.push_back({Place, Size, Scale(Place.X)});
   }
   std::stable_sort(FPlaced.begin(), FPlaced.end(),
                    [](const TPlaced& A, const TPlaced& B) { return A.Place.Y < B.Place.Y; });
@@ -73,6 +75,7 @@ size_t TPanelPlacing::PlaceRow(const TScale& Scale, size_t First, int& Shift) {
     Height = std::max(Height, FPlaced[End].Size.y);
   }
   const int Grown = std::max(0, Height - (Bottom - Top));
+  GiveWay(Scale, First, End);
   for (size_t I = First; I < End; ++I) {
     TPlaced& P = FPlaced[I];
     const int Own = P.Size.y - DesignHeight(P); // what the control itself has grown by
@@ -85,10 +88,18 @@ size_t TPanelPlacing::PlaceRow(const TScale& Scale, size_t First, int& Shift) {
   return End;
 }
 
+/// Moves the controls of a row that stand right of a widened one.
+void TPanelPlacing::GiveWay(const TScale& Scale, size_t First, size_t End) {
+  for (size_t I = First; I < End; ++I)
+    for (size_t J = First; J < End; ++J)
+      if (FPlaced[I].Place.MaxWidth && FPlaced[J].Place.X > FPlaced[I].Place.X)
+        FPlaced[J].Left = std::max(FPlaced[J].Left, FPlaced[I].Left + FPlaced[I].Size.x + Scale(Margin));
+}
+
 void TPanelPlacing::Apply(int Width) const {
   for (const TPlaced& P : FPlaced) {
     const int Right = P.Place.AtRight ? std::max(0, Width - FDesignWidth) : 0;
-    P.Place.Control->SetSize(FScale(P.Place.X) + Right, P.Top, P.Size.x, P.Size.y);
+    P.Place.Control->SetSize(P.Left + Right, P.Top, P.Size.x, P.Size.y);
   }
 }
 

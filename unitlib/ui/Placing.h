@@ -20,13 +20,15 @@ private:
   double FFactor;
 };
 
-/// One control of a panel. Width and Height 0: the control's own.
+/// One control of a panel. Width and Height 0: the control's own. MaxWidth: how far the control may widen for
+/// its contents; its neighbours on the right then give way.
 struct TPlace {
   wxWindow* Control;
   int X;
   int Y;
   int Width = 0;
   int Height = 0;
+  int MaxWidth = 0;
   bool AtRight = false; // keeps its distance from the right edge when the panel is wider than designed
 };
 
@@ -44,14 +46,15 @@ private:
   struct TPlaced {
     TPlace Place;
     wxSize Size;
+    int Left = 0;
     int Top = 0;
   };
   size_t PlaceRow(const TScale& Scale, size_t First, int& Shift);
+  void GiveWay(const TScale& Scale, size_t First, size_t End);
 
   std::vector<TPlaced> FPlaced;
   wxSize FNeeded;
   int FDesignWidth;
-  const TScale FScale;
 };
 
 } // namespace unitlib

@@ -7,6 +7,9 @@
 #include <wx/fontenum.h>
 #include <wx/settings.h>
 
+#include <algorithm>
+#include <vector>
+
 namespace unitlib {
 namespace {
 
@@ -17,6 +20,15 @@ wxFont DialogFont() {
   wxFont Font = wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
   Font.SetPointSize(Points);
   return Font;
+}
+
+/// Every control below a window that the keyboard can reach, in the order of creation.
+void CollectTabStops(const wxWindow& Parent, std::vector<wxWindow*>& Stops) {
+  for (wxWindow* const Child : Parent.GetChildren()) {
+    if (!Child->IsShown() || !Child->IsEnabled()) continue;
+    if (Child->GetChildren().empty() && Child->AcceptsFocusFromKeyboard()) Stops.push_back(Child);
+    CollectTabStops(*Child, Stops);
+  }
 }
 
 } // namespace
@@ -32,23 +44,49 @@ TUnitDialog::TUnitDialog(wxWindow* Owner, TUiText Caption, const wxString& Windo
     else
       Event.Skip();
   });
-  Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& Event) { PressDefaultFromList(Event); });
+  Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& Event) { Guard([&] { HandleKey(Event); }); });
 }
 
-/// Enter in a closed drop-down list presses the default button, as on every platform but this one, where it
-/// would open the list (Space and Alt+Down do that too).
-void TUnitDialog::PressDefaultFromList(wxKeyEvent& Event) {
+/// Keys that GTK alone treats otherwise in a drop-down list: Enter would open a closed one, which Space and
+/// Alt+Down do too, instead of pressing the default button; and a focus that Tab brings there would not be
+/// known to the toolkit.
+void TUnitDialog::HandleKey(wxKeyEvent& Event) {
+  auto* const From = wxDynamicCast(Event.GetEventObject(), wxWindow);
   const int Key = Event.GetKeyCode();
-  const bool Enter = (Key == WXK_RETURN || Key == WXK_NUMPAD_ENTER) && !Event.HasAnyModifiers();
-  if (!Enter || !wxDynamicCast(Event.GetEventObject(), wxChoice)) return Event.Skip();
-  if (auto* const Button = wxDynamicCast(GetDefaultItem(), wxButton)) {
-    wxCommandEvent Click(wxEVT_BUTTON, Button->GetId());
-    Click.SetEventObject(Button);
-    Button->ProcessWindowEvent(Click);
-  }
+  const bool Plain = !Event.HasModifiers(); // Shift is none
+  if (Plain && (Key == WXK_RETURN || Key == WXK_NUMPAD_ENTER) && wxDynamicCast(From, wxChoice))
+    return PressDefault();
+#ifdef __WXGTK__
+  if (Plain && Key == WXK_TAB && From) return MoveFocus(From, Event.ShiftDown());
+#endif
+  Event.Skip();
+}
+
+void TUnitDialog::PressDefault() {
+  auto* const Button = wxDynamicCast(GetDefaultItem(), wxButton);
+  if (!Button || !Button->IsEnabled()) return;
+  wxCommandEvent Click(wxEVT_BUTTON, Button->GetId());
+  Click.SetEventObject(Button);
+  Button->ProcessWindowEvent(Click);
+}
+
+/// The focus to the next control in the order of creation, and from the last to the first.
+void TUnitDialog::MoveFocus(wxWindow* From, bool Backward) {
+  std::vector<wxWindow*> Order;
+  CollectTabStops(*this, Order);
+  if (Order.empty()) return;
+  if (Backward) std::reverse(Order.begin(), Order.end());
+  const auto At = std::find(Order.begin(), Order.end(), From);
+  const bool Last = At == Order.end() || At + 1 == Order.end();
+  (Last ? Order.front() : *(At + 1))->SetFocus();
 }
 
 int TUnitDialog::RunModal() {
+  if (FFirst) {
+    FFirst->SetFocus();
+    CallAfter(
+        [this] { FFirst->SetFocus(); }); // once more when it is on screen: not every window manager does it
+  }
   const int Result = FError ? wxID_ABORT : ShowModal();
   if (FError) std::rethrow_exception(std::exchange(FError, nullptr));
   return Result;

@@ -32,11 +32,18 @@ public:
   /// The dialog of a control; null when it stands in another window.
   static TUnitDialog* Of(wxWindow* Control);
 
+protected:
+  /// The control that has the focus when the dialog opens.
+  void StartAt(wxWindow* Control) { FFirst = Control; }
+
 private:
-  void PressDefaultFromList(wxKeyEvent& Event);
+  void HandleKey(wxKeyEvent& Event);
+  void PressDefault();
+  void MoveFocus(wxWindow* From, bool Backward);
   void Fail(std::exception_ptr Error) noexcept;
 
   std::exception_ptr FError;
+  wxWindow* FFirst = nullptr;
 };
 
 } // namespace unitlib

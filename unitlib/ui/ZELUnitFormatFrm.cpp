@@ -68,6 +68,7 @@ TSystemUnitFormatFrm::TSystemUnitFormatFrm(wxWindow* Owner, int ClassifyCode)
   InitFormatState();
   BindEvents();
   BindKeys();
+  StartAt(cbbUnit); // the switch above it is not enabled in most settings
 }
 
 void TSystemUnitFormatFrm::PlaceBeside(int AnchorX, int AnchorWidth, int AnchorTop) {
@@ -230,11 +231,19 @@ void TSystemUnitFormatFrm::AcceptOrPrompt() {
 /// the mouse lets go of it, and going to another window (a message box, another program) is not leaving the
 /// field.
 void TSystemUnitFormatFrm::CheckAfterExit() {
-  if (FPrompting || !IsModal() || !IsActive()) return;
+  if (!FExitPending || FPrompting || !IsModal() || !HoldsFocus()) return;
   wxWindow* const Now = FindFocus(); // null inside a drop-down list
   const bool PressingOK = Now == btnOK && wxGetMouseState().LeftIsDown();
-  if (Now == edtPrecise || Now == btnCancel || PressingOK) return;
-  edtPreciseExit();
+  if (Now == btnCancel || PressingOK) return;
+  FExitPending = false;
+  if (Now != edtPrecise) edtPreciseExit();
+}
+
+/// True also while a list of this dialog drops down, which is another window to the system.
+bool TSystemUnitFormatFrm::HoldsFocus() {
+  if (IsActive()) return true;
+  wxWindow* const Under = wxFindWindowAtPoint(wxGetMousePosition());
+  return wxGetMouseState().LeftIsDown() && Under && wxGetTopLevelParent(Under) == this;
 }
 
 void TSystemUnitFormatFrm::PromptInvalid() {
@@ -244,9 +253,21 @@ void TSystemUnitFormatFrm::PromptInvalid() {
     explicit TMark(bool& AFlag) : Flag(AFlag) { Flag = true; }
     ~TMark() { Flag = false; }
   } Mark(FPrompting);
+  CloseLists();
   ShowPrompt(UiText(TUiText::InvalidInput), UiText(TUiText::Format));
+  FExitPending = false;
   edtPrecise->SetFocus();
   edtPrecise->SelectAll();
+}
+
+/// A list that has dropped down would keep mouse and keyboard from the prompt. There is no portable way to
+/// close one but to take it away for a moment.
+void TSystemUnitFormatFrm::CloseLists() {
+  if (IsActive()) return; // none is open
+  for (wxChoice* const List : {cbbUnit, cbbsheru, cbbUnitCharacter}) {
+    List->Hide();
+    List->Show();
+  }
 }
 
 void TSystemUnitFormatFrm::ShowPromptBox(std::u16string_view Text, std::u16string_view Title) {

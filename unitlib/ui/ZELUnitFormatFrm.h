@@ -86,11 +86,14 @@ private:
   };
 
   void CreateControls();
+  void FillForWidth(wxChoice& List, std::vector<std::u16string> (TUnit::*Texts)() const) const;
   void BindEvents();
   void BindKeys();
   void AcceptOrPrompt();
   void CheckAfterExit();
+  bool HoldsFocus();
   void PromptInvalid();
+  void CloseLists();
   void ShowPromptBox(std::u16string_view Text, std::u16string_view Title);
   void StoreState();
   void ShowIncrement(const TRound* Round);
@@ -104,6 +107,7 @@ private:
   int FClassifyCode;
   TMeasure* FUnitSetting; // of the current configuration, not owned
   bool FPrompting = false;
+  bool FExitPending = false; // the edit has lost the focus, its text is not tested yet
 };
 
 } // namespace unitlib

@@ -79,8 +79,7 @@ void TSystemUnitFram::CreateTop() {
   FTop = AddPanel(this, "pnlTop");
   wxStaticText* const Label = AddLabel(FTop, TUiText::Config);
   cbbUnitType = AddCombo(FTop, "cbbUnitType");
-  FTopPlacing.emplace(FScale, wxSize(ClientWidth, TopHeight),
-                      std::vector<TPlace>{{Label, 10, 14}, {cbbUnitType, 127, 10, 217, ComboHeight}});
+  FTopPlaces = {{Label, 10, 14}, {cbbUnitType, 127, 10, 217, ComboHeight, 232}};
 }
 
 void TSystemUnitFram::CreateMiddle() {
@@ -97,12 +96,11 @@ void TSystemUnitFram::CreateBottom() {
   btnOK = AddButton(FBottom, wxID_OK, TUiText::OK, "btnOK");
   btnCancel = AddButton(FBottom, wxID_CANCEL, TUiText::Cancel, "btnCancel");
   btnOK->SetDefault();
-  FBottomPlacing.emplace(FScale, wxSize(ClientWidth, BottomHeight),
-                         std::vector<TPlace>{{Label, 6, 12},
-                                             {cbbSWFZGroup, 6, 31, 185, ComboHeight},
-                                             {btnRestore, 266, 31, 81, 23, true},
-                                             {btnOK, 177, 60, 83, 25, true},
-                                             {btnCancel, 266, 60, 83, 25, true}});
+  FBottomPlaces = {{Label, 6, 12},
+                   {cbbSWFZGroup, 6, 31, 185, ComboHeight, 250},
+                   {btnRestore, 266, 31, 81, 23, 0, true},
+                   {btnOK, 177, 60, 83, 25, 0, true},
+                   {btnCancel, 266, 60, 83, 25, 0, true}};
 }
 
 void TSystemUnitFram::BindEvents() {
@@ -127,8 +125,10 @@ bool TSystemUnitFram::DoLockFile(std::u16string_view FileName, bool Lock) const 
 
 void TSystemUnitFram::InitGridStyles() {
   CreateRows();
+  InitGroupData(); // before the sizes are computed, which depend on what the lists hold
+  FTopPlacing.emplace(FScale, wxSize(ClientWidth, TopHeight), FTopPlaces);
+  FBottomPlacing.emplace(FScale, wxSize(ClientWidth, BottomHeight), FBottomPlaces);
   Refresh();
-  InitGroupData();
 }
 
 void TSystemUnitFram::CreateRows() {
@@ -233,6 +233,7 @@ wxSize TSystemUnitFram::NeededSize() const {
 }
 
 void TSystemUnitFram::PlacePanels() {
+  if (!FTopPlacing) return; // not filled yet
   const wxSize Client = GetClientSize();
   const int Top = FTopPlacing->Needed().y;
   FTop->SetSize(0, 0, Client.x, Top);
@@ -283,11 +284,12 @@ void TSystemUnitFram::btnCancelClick() {
   if (auto* const Dialog = TUnitDialog::Of(this); Dialog && Dialog->IsModal()) Dialog->EndModal(wxID_CANCEL);
 }
 
-void TSystemUnitFram::ShowFormateSetting(const TMeasureButton& Button) {
-  const int ClassifyCode = Button.Tag;
+void TSystemUnitFram::ShowFormateSetting(TMeasureButton& Button) {
   const wxRect Form = wxGetTopLevelParent(this)->GetRect();
-  if (TSystemUnitFormatFrm::Execute(ClassifyCode, Form.x + Form.width, Form.width, Form.y + FScale(20)))
-    Refresh(ClassifyCode);
+  const bool Changed =
+      TSystemUnitFormatFrm::Execute(Button.Tag, Form.x + Form.width, Form.width, Form.y + FScale(20));
+  if (Changed) Refresh(Button.Tag);
+  Button.SetFocus(); // not every window manager gives it back
 }
 
 void TSystemUnitFram::CustomKeyDown(wxKeyEvent& Event) {

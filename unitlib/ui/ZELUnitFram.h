@@ -58,7 +58,7 @@ public:
   void btnRestoreClick();
   void btnOKClick();
   void btnCancelClick();
-  void ShowFormateSetting(const TMeasureButton& Button); // sic
+  void ShowFormateSetting(TMeasureButton& Button); // sic
   void CustomKeyDown(wxKeyEvent& Event);
 
   // Controls, each a window of the same name.
@@ -92,6 +92,8 @@ private:
   wxPanel* FTop = nullptr;
   wxPanel* FMiddle = nullptr;
   wxPanel* FBottom = nullptr;
+  std::vector<TPlace> FTopPlaces;
+  std::vector<TPlace> FBottomPlaces;
   std::optional<TPanelPlacing> FTopPlacing;
   std::optional<TPanelPlacing> FBottomPlacing;
   std::vector<TMeasureButton*> FButtons; // by row

@@ -55,6 +55,7 @@ TSystemUnitForm::TSystemUnitForm(wxWindow* Owner, TConfigueType ConfigType, std:
   FFrame->InitGridStyles();
   FitFrame();
   CentreOnParent();
+  StartAt(FFrame->cbbUnitType);
 }
 
 bool TSystemUnitForm::DoLockFile(std::u16string_view FileName, bool Lock) const {
