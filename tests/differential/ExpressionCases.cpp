@@ -268,7 +268,7 @@ void ExpectElevation(TDifference& Difference, std::string_view What, std::string
                      const std::u16string& Got, std::string_view SideField) {
   if (Wanted.empty()) return;
   const bool Same = Wanted.starts_with('#') ? IsAroundVariable(Wanted.substr(1), SideField, Got)
-                                            : Unescape(Wanted.substr(1)) == Got;
+                                            : SameNumberText(Unescape(Wanted.substr(1)), Got);
   if (!Same) Difference.Add(What, Wanted, Escape(Got));
 }
 

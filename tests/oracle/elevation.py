@@ -7,8 +7,8 @@ accepted; None where the library is free.
 from dataclasses import dataclass, field
 
 import facade
-from expression import MEASURE, NUM, OP, SCALE, Node, Parser, parse_messages
-from merging import MIXED, OFFSET, expected_refusals, linear, merge_numbers, variables
+from expression import MEASURE, NUM, SCALE, Node, Parser, parse_messages
+from merging import MIXED, PRODUCT, expected_refusals, linear, merge_numbers, variables
 from number_text import OracleError, float_to_str, to_double
 
 
@@ -101,7 +101,7 @@ def around_variable(project, parser, text, root):
     messages, must, may = expected_refusals(form)
     if must:
         return refused(text)
-    if may or form.kind == MIXED:
+    if may or (form.kind == MIXED and form.inverse):
         return Answer(None, None, None, [True, False])
     if form.only_the_variable and form.k == 1:
         return Answer([form.name], [form.name], [form.name], [True])
@@ -112,7 +112,7 @@ def written_around(project, text, form, root):
     """k * x + b, whose one offset is converted."""
     offset = to_double(form.b)
     answer = Answer(accepted=[True], value=(form.name, form.k, form.inverse, offset == 0, slack(form)))
-    if form.kind != OFFSET:
+    if form.kind == PRODUCT:
         answer.store = answer.edit = answer.display = Pieces()
         return answer
     for operand_form, place in (
@@ -138,18 +138,25 @@ def slack(form):
 
 def with_unfolded_text(project, text, form, root, answer):
     """An offset that nothing was folded into keeps its text: "45.0" is refused where "45" is not."""
-    operands = [operand for operand in root.operands() if not operand.var]
-    if form.imperial_terms > 0 or len(operands) != 1:
+    if len(float_to_str(form.b)) > 14:
+        answer.display = None  # the noise of folding may be shown
+    if form.imperial_terms > 0 or form.plain_terms != 1:
         return answer
-    command = facade.Command(project, MEASURE)
-    as_written = command.check_display(operands[0].store)
-    if as_written == command.check_display(float_to_str(operands[0].number)):
+    direct = [child for child in (root.left, root.right) if child.kind == NUM and not child.var]
+    unfolded = direct or [operand for operand in root.operands() if not operand.var]
+    results = [converted(project, operand.store) for operand in unfolded]
+    if results == [converted(project, float_to_str(operand.number)) for operand in unfolded]:
         return answer
-    simple = root.kind == OP and root.left.kind == NUM and root.right.kind == NUM
-    simple = simple and not any(node.negative for node in root.nodes())
-    answer.store = [text] if simple and not as_written else None
-    answer.accepted = [False] if simple and not as_written else [True, False]
+    kept = direct and not any(node.negative for node in root.nodes())
+    answer.store = [text] if kept and results[0] is None else None
+    answer.accepted = [False] if kept and results[0] is None else [True, False]
     return answer
+
+
+def converted(project, text):
+    """The stored value of an offset text; None when it is refused."""
+    command = facade.Command(project, MEASURE)
+    return command.display_to_store(text, SCALE) if command.check_display(text) else None
 
 
 def offset_text(project, operand_form, number, form):

@@ -83,7 +83,7 @@ class Maker:
             blank = " " if self.blanks and not out.endswith(")") and rng.random() < 0.4 else ""
             out += blank + rng.choice(self.operators)
             right = self.factor(depth)
-            out += (" " if self.blanks and right[0] not in "(-+" else "") + right
+            out += (" " if self.blanks and right and right[0] not in "(-+" else "") + right
         return out
 
     def factor(self, depth):
