@@ -1,5 +1,6 @@
 #include "unitlib/convert/ImperialText.h"
 
+#include "unitlib/convert/ImperialShape.h"
 #include "unitlib/rtl/Numbers.h"
 #include "unitlib/rtl/PerlRegEx.h"
 #include "unitlib/rtl/Text.h"
@@ -9,27 +10,10 @@
 namespace unitlib {
 namespace {
 
-/// One expression for the whole table of shapes: sign, then a single value, feet by mark with inches, or feet
-/// by dash with inches and no inch mark. Trying the rows of the table one by one gives the same answers.
-const TPerlRegEx& Shapes() {
-  static const TPerlRegEx Expression(u"\\A[-+]?(?:\\d{1,15}['\"]?"
-                                     u"|(?:\\d{1,15}')?(?:\\d{1,15}(?: \\d{1,15})?/\\d{1,15}|\\d{1,15})\"?"
-                                     u"|\\d{1,15}-(?:\\d{1,15}(?: \\d{1,15})?/\\d{1,15}|\\d{1,15}))\\z");
-  return Expression;
-}
-
 const TPerlRegEx& StandardForm() {
   // Anchored: a search from every position would cost the square of the length for a long run of digits.
   static const TPerlRegEx Expression(u"\\A-?\\d+'\\d+ \\d+/\\d+\"\\z");
   return Expression;
-}
-
-/// True when a fraction bar stands between a digit and a 0, which is how a denominator that starts with 0
-/// shows.
-bool HasZeroDenominator(std::u16string_view Text) {
-  for (size_t Pos = Text.find(u"/0"); Pos != std::u16string_view::npos; Pos = Text.find(u"/0", Pos + 1))
-    if (Pos > 0 && IsDigit(Text[Pos - 1])) return true;
-  return false;
 }
 
 /// The parts of an imperial text, as texts.
@@ -81,6 +65,16 @@ bool TakeInteger(std::u16string_view& Text, char16_t Mark, std::int64_t& Value) 
   return Ok;
 }
 
+double InchesOf(const TImperialShape& Shape) {
+  constexpr std::int64_t Safe =
+      std::numeric_limits<std::int64_t>::max() / 16; // Feet x 12 + Inches fits below it
+  const double Whole = Shape.Feet < Safe && Shape.Inches < Safe
+                           ? static_cast<double>(Shape.Feet * 12 + Shape.Inches)
+                           : static_cast<double>(Shape.Feet) * 12 + static_cast<double>(Shape.Inches);
+  const double Result = Whole + static_cast<double>(Shape.Numerator) / static_cast<double>(Shape.Denominator);
+  return Shape.Negative ? -Result : Result;
+}
+
 } // namespace
 
 bool IsEndWithSymbol(std::u16string_view Text) noexcept {
@@ -104,8 +98,8 @@ std::u16string GetIdentifiableForm(std::u16string_view Text) {
 }
 
 bool IsFraction(std::u16string_view Text) {
-  const std::u16string Form = GetIdentifiableForm(Text);
-  return !Form.empty() && !HasZeroDenominator(Form) && Shapes().Match(Form);
+  TImperialShape Shape;
+  return ReadImperialShape(Text, Shape);
 }
 
 bool IsStandardFormat(std::u16string_view Text) {
@@ -122,22 +116,19 @@ std::u16string GetFractionStandardFormat(std::u16string_view Text) {
 }
 
 double GetInchNumByFraction(std::u16string_view Text) {
+  TImperialShape Shape;
+  if (ReadImperialShape(Text, Shape)) return InchesOf(Shape);
+  // Texts that IsFraction refuses have a value too where their standard form can be read.
   const std::u16string Standard = GetFractionStandardFormat(Text);
   if (!IsStandardFormat(Standard)) return 0.0;
   std::u16string_view Rest = Standard;
-  const bool Negative = Rest.front() == u'-';
-  if (Negative) Rest.remove_prefix(1);
-  std::int64_t Feet = 0, Inches = 0, Numerator = 0, Denominator = 0;
-  const bool Read = TakeInteger(Rest, FootMark, Feet) && TakeInteger(Rest, u' ', Inches) &&
-                    TakeInteger(Rest, u'/', Numerator) && TakeInteger(Rest, InchMark, Denominator);
-  if (!Read || Denominator == 0) return 0.0;
-  constexpr std::int64_t Safe =
-      std::numeric_limits<std::int64_t>::max() / 16; // Feet x 12 + Inches fits below it
-  const double Whole = Feet < Safe && Inches < Safe
-                           ? static_cast<double>(Feet * 12 + Inches)
-                           : static_cast<double>(Feet) * 12 + static_cast<double>(Inches);
-  const double Result = Whole + static_cast<double>(Numerator) / static_cast<double>(Denominator);
-  return Negative ? -Result : Result;
+  Shape = {};
+  Shape.Negative = Rest.front() == u'-';
+  if (Shape.Negative) Rest.remove_prefix(1);
+  const bool Read = TakeInteger(Rest, FootMark, Shape.Feet) && TakeInteger(Rest, u' ', Shape.Inches) &&
+                    TakeInteger(Rest, u'/', Shape.Numerator) &&
+                    TakeInteger(Rest, InchMark, Shape.Denominator);
+  return Read && Shape.Denominator != 0 ? InchesOf(Shape) : 0.0;
 }
 
 bool IsImperialNum(std::u16string_view Text, bool ExcludeIntegers) {

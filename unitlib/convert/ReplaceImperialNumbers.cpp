@@ -5,25 +5,25 @@
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 namespace unitlib {
 namespace {
 
-constexpr std::u16string_view Delimiters = u"+-*/^)\r";
-
-struct TToken {
-  size_t Start;
-  std::u16string Text;
-};
-
 /// The text with every "mod" turned into operators of the same length, and one operator behind it to end the
-/// last token.
+/// last token. Tokens are views into it: a joined fraction is one run of characters, too.
 std::u16string ScanText(std::u16string_view Text) {
-  std::u16string Result(Text);
+  std::u16string Result;
+  Result.reserve(Text.size() + 1);
+  Result.append(Text);
   for (size_t I = 0; I + 3 <= Result.size(); ++I)
-    if (SameText(std::u16string_view(Result).substr(I, 3), u"mod")) Result.replace(I, 3, u"+++");
-  return Result + u"+";
+    if (UpperAscii(Result[I]) == u'M' && SameText(std::u16string_view(Result).substr(I, 3), u"mod"))
+      Result.replace(I, 3, u"+++");
+  Result.push_back(u'+');
+  return Result;
+}
+
+constexpr bool IsDelimiter(char16_t C) {
+  return C == u'+' || C == u'-' || C == u'*' || C == u'/' || C == u'^' || C == u')' || C == u'\r';
 }
 
 bool IsTrimmedInteger(std::u16string_view Text) {
@@ -54,9 +54,15 @@ bool IsFractionBar(std::u16string_view Last, std::u16string_view Next) {
   return IsInt64(Last) || IsImperialNum(std::u16string(Last) + u"/" + std::u16string(Next), false);
 }
 
-std::vector<TToken> ScanTokens(std::u16string_view Text) {
-  const std::u16string Work = ScanText(Text);
-  std::vector<TToken> Tokens;
+/// A run of characters that starts with a digit, by its place in the text.
+struct TToken {
+  size_t Start;
+  size_t End;
+};
+
+/// Hands every token to Use, in order. A token is known to be whole only when the next one has not joined it.
+template <class TUse> void ScanTokens(std::u16string_view Work, TUse Use) {
+  TToken Last{0, 0};       // empty: none yet
   bool AfterSlash = false; // the last delimiter was "/"
   for (size_t Pos = 0; Pos < Work.size();) {
     if (!IsDigit(Work[Pos])) {
@@ -64,22 +70,25 @@ std::vector<TToken> ScanTokens(std::u16string_view Text) {
       ++Pos;
       continue;
     }
-    const size_t End = Work.find_first_of(Delimiters, Pos); // there is one: ScanText put it behind the text
-    std::u16string Token = Work.substr(Pos, End - Pos);
-    if (AfterSlash && IsFractionBar(Tokens.back().Text, Token)) {
-      Tokens.back().Text += u"/" + Token;
+    size_t End = Pos;
+    while (!IsDelimiter(Work[End])) ++End; // there is one: ScanText put it behind the text
+    if (AfterSlash &&
+        IsFractionBar(Work.substr(Last.Start, Last.End - Last.Start), Work.substr(Pos, End - Pos))) {
+      Last.End = End;
       AfterSlash = false;
     } else {
-      Tokens.push_back({Pos, std::move(Token)});
+      if (Last.End > Last.Start) Use(Last);
+      Last = {Pos, End};
       AfterSlash = Work[End] == u'/';
     }
     Pos = End + 1;
   }
-  return Tokens;
+  if (Last.End > Last.Start) Use(Last);
 }
 
 /// True for plain numbers and plain fractions, which stay as they are.
 bool IsPlain(std::u16string_view Token) {
+  if (IsEndWithSymbol(Token)) return false; // a mark is in no number
   if (IsNumeric(Token)) return true;
   std::u16string Digits(Token);
   std::erase_if(Digits, [](char16_t C) { return C == u'/' || C == u'.'; });
@@ -120,16 +129,19 @@ double Convert(std::u16string_view Token, int Mode, double Factor) {
 } // namespace
 
 std::u16string ReplaceImperialNumbers(std::u16string_view Text, int Mode, double Factor) {
+  const std::u16string Work = ScanText(Text);
   std::u16string Result;
+  Result.reserve(Text.size());
   size_t Copied = 0;
-  for (const TToken& Token : ScanTokens(Text)) {
-    if (IsPlain(Token.Text) || !IsImperialNum(Token.Text, false)) continue;
-    const double Value = Convert(Token.Text, Mode, Factor);
-    if (!std::isfinite(Value)) continue;
+  ScanTokens(Work, [&](const TToken& Token) {
+    const std::u16string_view Number = std::u16string_view(Work).substr(Token.Start, Token.End - Token.Start);
+    if (IsPlain(Number) || !IsImperialNum(Number, false)) return;
+    const double Value = Convert(Number, Mode, Factor);
+    if (!std::isfinite(Value)) return;
     Result.append(Text.substr(Copied, Token.Start - Copied)).append(FloatToStr(Value));
-    Copied = Token.Start + Token.Text.size();
-  }
-  return Result.append(Text.substr(std::min(Copied, Text.size())));
+    Copied = Token.End;
+  });
+  return Result.append(Text.substr(Copied));
 }
 
 } // namespace unitlib

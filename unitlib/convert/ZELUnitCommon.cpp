@@ -4,6 +4,7 @@
 #include "unitlib/convert/ZELUnitParseRegister.h"
 #include "unitlib/model/ZELUnitMgr.h"
 #include "unitlib/rtl/Errors.h"
+#include "unitlib/rtl/ExactProduct.h"
 #include "unitlib/rtl/ExactRounding.h"
 #include "unitlib/rtl/Numbers.h"
 #include "unitlib/rtl/Text.h"
@@ -45,6 +46,17 @@ void PadZeros(TStringBuilder& Builder, int NumberDecimals, int Wanted) {
   Builder.append(static_cast<size_t>(Wanted - NumberDecimals), u'0');
 }
 
+/// Decimals that the number text is padded to: those of the increment as typed, or of its plain text.
+int PaddedDecimals(const TIncrementText& Round, const TExactNumber& Increment) {
+  if (Round.CanEdit) return DecimalsOf(Round.Text);
+  constexpr std::uint64_t FifteenDigits = 1'000'000'000'000'000;
+  if (Increment.IsSimple && Increment.Mantissa < FifteenDigits)
+    return TPlainText(ToDecimal15(Increment.Mantissa, -Increment.Scale), false).Decimals();
+  return DecimalsOf(FloatToPlainStr(Increment.Value));
+}
+
+constexpr size_t UsualLength = 31; // of a shown value: room taken once instead of growing by and by
+
 void RequireFinite(double Value, double Given) {
   if (std::isfinite(Value)) return;
   const std::u16string Text = FloatToStr(Given); // raises by itself where Given is not finite
@@ -58,8 +70,10 @@ TCommonUnitParser::TCommonUnitParser(TUnit* Unit) : FUnit(Unit) {
 }
 
 void TCommonUnitParser::AppendSymbol(TStringBuilder& Builder) const {
-  const std::u16string Symbol = GetUnitSymbol();
-  if (!Symbol.empty()) Builder.append(u" ").append(Symbol);
+  const std::u16string& Symbol = FUnit->GetCurUnitSymbolDescription();
+  if (Symbol.empty() || Symbol == _SUnitNone) return;
+  Builder.push_back(u' ');
+  Builder.append(Symbol);
 }
 
 void TCommonUnitParser::RoundOff(double Value, TStringBuilder& Builder, bool NoDigitGroup,
@@ -67,21 +81,21 @@ void TCommonUnitParser::RoundOff(double Value, TStringBuilder& Builder, bool NoD
   RequireFinite(Value, Value);
   const TIncrementText Round = CurrentIncrement(*FUnit);
   const TExactNumber Increment(Round.Text.empty() ? u"1" : Round.Text);
-  std::u16string Number;
-  if (Value < 0) Number.push_back(u'-');
-  AppendPlain(Number, RoundedDigits(std::fabs(Value), Increment, NoRound));
+  const TPlainText Number(RoundedDigits(std::fabs(Value), Increment, NoRound), Value < 0);
   if (FUnit->UseDigitGroup.Checked && !NoDigitGroup)
-    AppendGrouped(Builder, Number);
+    AppendGrouped(Builder, Number.View());
   else
-    Builder.append(Number);
-  if (FUnit->SuppressTrail0.Checked) return;
-  const int Wanted = Round.CanEdit ? DecimalsOf(Round.Text) : DecimalsOf(FloatToPlainStr(Increment.Value));
-  PadZeros(Builder, DecimalsOf(Number), Wanted);
+    Builder.append(Number.View());
+  if (!FUnit->SuppressTrail0.Checked) PadZeros(Builder, Number.Decimals(), PaddedDecimals(Round, Increment));
 }
 
-void TCommonUnitParser::AppendGrouped(TStringBuilder& Builder, const std::u16string& NumberText) const {
-  const TDigitGroup* Group = TSystemUnitDataManager::CurDigitGroup();
-  Builder.append(GetDigitGroupParser(Group->DigitGroupParserClassName, NumberText)->ToStr());
+void TCommonUnitParser::AppendGrouped(TStringBuilder& Builder, std::u16string_view NumberText) const {
+  const std::u16string& ClassName = TSystemUnitDataManager::CurDigitGroup()->DigitGroupParserClassName;
+  // The classes of the library need no object to group a text; one of the host's makes its own.
+  if (const int Size = LibraryGroupSize(ClassName))
+    AppendGroupedDigits(Builder, NumberText, Size);
+  else
+    Builder.append(GetDigitGroupParser(ClassName, NumberText)->ToStr());
 }
 
 bool TCommonUnitParser::CheckFractionDisplay(std::u16string_view Text) const {
@@ -99,7 +113,8 @@ std::vector<std::u16string> TCommonUnitParser::GetUnitArr() const {
 }
 
 bool TCommonUnitParser::IsValid(std::u16string_view Text) const {
-  const TNumberText Number = ReadNumber(RemoveDelimiters(RemoveSymbol(Text)));
+  std::u16string Buffer;
+  const TNumberText Number = ReadNumberWithCommas(CutSymbol(Text, Buffer));
   if (!Number.Ok || Number.IsZero) return Number.Ok;
   const double Absolute = std::fabs(Number.Value);
   return Absolute > 1e-15 && Absolute < 1e15; // both bounds exclusive on purpose
@@ -119,13 +134,19 @@ void TCommonUnitParser::AppendNumber(TStringBuilder& Builder, double Value, int 
 std::u16string TCommonUnitParser::AsString(double Value, int ScaleIndex, bool NoSymbol, bool NoDigitGroup,
                                            bool NoRound, bool NoPlusSign) const {
   TStringBuilder Builder;
+  Builder.reserve(UsualLength);
   AppendNumber(Builder, Value, ScaleIndex, NoDigitGroup, NoRound, NoPlusSign);
   if (!NoSymbol) AppendSymbol(Builder);
   return Builder;
 }
 
 double TCommonUnitParser::AsDouble(std::u16string_view Text, int ScaleIndex) const {
-  return RequireStorable(StrToFloat(RemoveDelimiters(RemoveSymbol(Text))) * GetScale(ScaleIndex), Text);
+  std::u16string Buffer;
+  const std::u16string_view Rest = CutSymbol(Text, Buffer);
+  const TNumberText Number = ReadNumberWithCommas(Rest);
+  // Refused with the text that was to be a number.
+  return RequireStorable(
+      (Number.Ok ? Number.Value : StrToFloat(RemoveDelimiters(Rest))) * GetScale(ScaleIndex), Text);
 }
 
 double TCommonUnitParser::RequireStorable(double Value, std::u16string_view Text) {
@@ -145,6 +166,21 @@ std::u16string TCommonUnitParser::RemoveSymbol(std::u16string_view Text) const {
       break;
     }
   return std::u16string(Text);
+}
+
+std::u16string_view TCommonUnitParser::CutSymbol(std::u16string_view Text, std::u16string& Buffer) const {
+  Buffer = RemoveSymbol(Text);
+  return Buffer;
+}
+
+std::u16string_view TCommonUnitParser::WithoutSymbol(std::u16string_view Text) const noexcept {
+  for (int I = 1; I < FUnit->UnitSymbolContainer.Count(); ++I) {
+    const std::u16string& Symbol = FUnit->UnitSymbolContainer.Find(I)->Description;
+    if (Symbol.empty() || !EndsWithText(Text, Symbol)) continue;
+    Text.remove_suffix(Symbol.size());
+    break;
+  }
+  return Text;
 }
 
 double TCommonUnitParser::GetMScale(int ScaleIndex) noexcept {
@@ -176,8 +212,7 @@ std::int64_t TCommonUnitParser::RoundClassic(double Value) {
 }
 
 double TCommonUnitParser::ScaleOf(std::int64_t Digits, int Decimals, int ScaleIndex) noexcept {
-  double Divisor = GetMScale(ScaleIndex);
-  for (int I = 0; I < Decimals; ++I) Divisor *= 10;
+  const double Divisor = GetMScale(ScaleIndex) * PowersOf10[Decimals];
   // Digits and a power of ten up to 10^22 are exact doubles, so the quotient is rounded once.
   return static_cast<double>(Digits) / Divisor;
 }

@@ -79,17 +79,29 @@ protected:
   void AppendNumber(TStringBuilder& Builder, double Value, int ScaleIndex, bool NoDigitGroup, bool NoRound,
                     bool NoPlusSign) const;
 
+  /// Text without its symbol, for reading. This one asks RemoveSymbol, so that a class that overrides that is
+  /// heard; the decimal units of the library, which do not, cut without a copy. Buffer may hold the result.
+  virtual std::u16string_view CutSymbol(std::u16string_view Text, std::u16string& Buffer) const;
+  /// What the base RemoveSymbol leaves of Text.
+  std::u16string_view WithoutSymbol(std::u16string_view Text) const noexcept;
+
 private:
-  void AppendGrouped(TStringBuilder& Builder, const std::u16string& NumberText) const;
+  void AppendGrouped(TStringBuilder& Builder, std::u16string_view NumberText) const;
 
   TUnit* FUnit;
 };
 
-/// A decimal unit that is Digits / 10^Decimals base units large.
+/// A decimal unit that is Digits / 10^Decimals base units large. (A class that overrides RemoveSymbol derives
+/// from TCommonUnitParser.)
 template <std::int64_t Digits, int Decimals = 0> class TScaledParser : public TCommonUnitParser {
 public:
   using TCommonUnitParser::TCommonUnitParser;
   double GetScale(int ScaleIndex) const override { return ScaleOf(Digits, Decimals, ScaleIndex); }
+
+protected:
+  std::u16string_view CutSymbol(std::u16string_view Text, std::u16string&) const override {
+    return WithoutSymbol(Text);
+  }
 };
 
 /// Conversions of one measure of the current configuration; short-lived, nothing is kept between calls. A

@@ -4,18 +4,22 @@
 
 namespace unitlib {
 
-std::u16string TDigitGroup3CommaParser::ToStr() const {
-  const size_t Group = static_cast<size_t>(std::max(GetNum(), 1));
-  const size_t Length = std::min(FOriginStr.find(u'.'), FOriginStr.size());
-  std::u16string Result;
-  Result.reserve(FOriginStr.size() + Length / Group);
+void AppendGroupedDigits(std::u16string& Out, std::u16string_view NumberText, int Size) {
+  const size_t Group = static_cast<size_t>(std::max(Size, 1));
+  const size_t Length = std::min(NumberText.find(u'.'), NumberText.size());
   size_t Pos = Length % Group;
-  Result.append(FOriginStr, 0, Pos);
+  Out.append(NumberText.substr(0, Pos));
   for (; Pos < Length; Pos += Group) {
-    if (Pos > 0) Result.push_back(u',');
-    Result.append(FOriginStr, Pos, Group);
+    if (Pos > 0) Out.push_back(u',');
+    Out.append(NumberText.substr(Pos, Group));
   }
-  return Result.append(FOriginStr, Length);
+  Out.append(NumberText.substr(Length));
+}
+
+std::u16string TDigitGroup3CommaParser::ToStr() const {
+  std::u16string Result;
+  AppendGroupedDigits(Result, FOriginStr, GetNum());
+  return Result;
 }
 
 } // namespace unitlib

@@ -38,4 +38,7 @@ public:
   int GetNum() const override { return 4; }
 };
 
+/// Appends a number text in groups of Size digits (at least 1), as ToStr of the classes above gives it.
+void AppendGroupedDigits(std::u16string& Out, std::u16string_view NumberText, int Size);
+
 } // namespace unitlib

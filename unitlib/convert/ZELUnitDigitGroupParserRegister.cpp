@@ -21,6 +21,12 @@ std::unique_ptr<TDigitGroupParser> GetDigitGroupParser(std::u16string_view AName
   return Class ? Class(AText) : std::make_unique<TDigitGroupParser>(AText);
 }
 
+int LibraryGroupSize(std::u16string_view AName) noexcept {
+  const TDigitGroupParserClass Class = Registry ? Registry->Find(AName) : nullptr;
+  if (Class == CreateDigitGroupParser<TDigitGroup3CommaParser>) return 3;
+  return Class == CreateDigitGroupParser<TDigitGroup4CommaParser> ? 4 : 0;
+}
+
 void CreateDigitGroupParserRegistry() {
   if (Registry) return;
   Registry = new TClassRegistry<TDigitGroupParserClass>;

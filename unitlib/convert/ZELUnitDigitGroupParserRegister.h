@@ -23,6 +23,11 @@ void RegisterDigitGroupParser(std::u16string_view AName, TDigitGroupParserClass 
 /// unknown name, an empty one too, gives the base class, which groups nothing.
 std::unique_ptr<TDigitGroupParser> GetDigitGroupParser(std::u16string_view AName, std::u16string_view AText);
 
+/// Digits per group of the library's own class registered under AName; 0 for a class of the host, an unknown
+/// name and a name whose registration the host came first with. Spares the object where nothing but the size
+/// is needed.
+int LibraryGroupSize(std::u16string_view AName) noexcept;
+
 /// Start-up (registers the classes of the library) and shut-down of the package; see ZELUnitPackage.h.
 void CreateDigitGroupParserRegistry();
 void FreeDigitGroupParserRegistry() noexcept;

@@ -29,41 +29,52 @@ std::u16string_view IncrementText(const TUnit& Unit) {
   return Round ? std::u16string_view(Round->Increment) : std::u16string_view();
 }
 
-/// A part of an increment, which must be a number other than 0.
-TExactNumber ReadPart(std::u16string_view Text) {
-  const TExactNumber Part(Text);
+void RequireNotZero(const TExactNumber& Part) {
   if (Part.Value == 0)
-    throw EConvertError(u"\"" + std::u16string(Text) + u"\" is not a rounding increment", Text);
-  return Part;
+    throw EConvertError(u"\"" + std::u16string(Part.Text) + u"\" is not a rounding increment", Part.Text);
 }
 
 void RequireFiniteLength(double Value) {
   if (!std::isfinite(Value)) FloatToStr(Value); // raises
 }
 
-TFractionSplit SplitLength(double Inches, std::u16string_view Increment) {
-  RequireFiniteLength(Inches);
-  const TIncrementFraction Parts = SplitIncrement(Increment);
-  return SplitByFraction(std::fabs(Inches), ReadPart(Parts.Numerator), ReadPart(Parts.Denominator));
+/// Whole inches of an increment without "/": trunc(numerator / 1).
+std::int64_t WholeInches(const TExactNumber& Numerator) {
+  const bool Small = Numerator.IsSimple && std::fabs(Numerator.Value) < 1e9;
+  return Small ? static_cast<std::int64_t>(Numerator.Value) : TruncQuotient(Numerator, TExactNumber(u"1"));
 }
 
-/// Whole inches of an increment without "/": trunc(numerator / 1); nothing is known about one with it.
-bool WholeInches(std::u16string_view Increment, std::int64_t& Inches) {
-  const TIncrementFraction Parts = SplitIncrement(Increment);
-  const TExactNumber Numerator(Parts.Numerator), Denominator(Parts.Denominator);
-  if (Parts.HasBar) return false;
-  Inches = TruncQuotient(Numerator, Denominator);
-  return true;
+/// An increment, read once.
+struct TIncrement {
+  explicit TIncrement(std::u16string_view Text)
+      : Parts(SplitIncrement(Text)), Numerator(Parts.Numerator), Denominator(Parts.Denominator) {}
+
+  bool IsWholeFeet() const { return !Parts.HasBar && WholeInches(Numerator) % 12 == 0; }
+  bool IsWholeInches() const {
+    const std::int64_t Inches = Parts.HasBar ? 0 : WholeInches(Numerator);
+    return Inches > 0 && Inches < 12;
+  }
+
+  TIncrementFraction Parts;
+  TExactNumber Numerator;
+  TExactNumber Denominator;
+};
+
+TFractionSplit SplitLength(double Inches, const TIncrement& Increment) {
+  RequireFiniteLength(Inches);
+  RequireNotZero(Increment.Numerator);
+  RequireNotZero(Increment.Denominator);
+  return SplitByFraction(std::fabs(Inches), Increment.Numerator, Increment.Denominator);
 }
 
 void AppendFraction(TStringBuilder& Builder, const TFractionSplit& Split) {
   if (Split.Steps <= 0) return;
   const std::int64_t Common = TFractionalLengthParser::GCD(Split.StepsPerOne, Split.Steps);
   if (Common == 0) return;
-  Builder.append(u" ")
-      .append(IntToStr(Split.Steps / Common))
-      .append(u"/")
-      .append(IntToStr(Split.StepsPerOne / Common));
+  Builder.push_back(u' ');
+  AppendInteger(Builder, Split.Steps / Common);
+  Builder.push_back(u'/');
+  AppendInteger(Builder, Split.StepsPerOne / Common);
 }
 
 } // namespace
@@ -77,16 +88,22 @@ bool TDecimalImperialParser::IsValid(std::u16string_view Text) const {
 }
 
 double TDecimalImperialParser::AsDouble(std::u16string_view Text, int ScaleIndex) const {
-  const std::u16string Rest = RemoveSymbol(Text);
-  double Number = 0.0;
-  if (TryStrToFloat(RemoveDelimiters(Rest), Number))
-    return RequireStorable(Number * GetScale(ScaleIndex), Text);
+  std::u16string Buffer;
+  const std::u16string_view Rest = CutSymbol(Text, Buffer);
+  const TNumberText Number = ReadNumberWithCommas(Rest);
+  if (Number.Ok) return RequireStorable(Number.Value * GetScale(ScaleIndex), Text);
   return AsFractionDouble(GetIdentifiableForm(Rest), ScaleIndex);
 }
 
 std::u16string TDecimalImperialParser::RemoveSymbol(std::u16string_view Text) const {
   std::u16string Rest = RemoveDelimiters(TCommonUnitParser::RemoveSymbol(Text));
   return IsNumeric(Rest) ? Rest : std::u16string(Text);
+}
+
+/// The commas may stay: whoever asks reads over them.
+std::u16string_view TDecimalImperialParser::CutSymbol(std::u16string_view Text, std::u16string&) const {
+  const std::u16string_view Rest = WithoutSymbol(Text);
+  return ReadNumberWithCommas(Rest).Ok ? Rest : Text;
 }
 
 void TFractionalLengthParser::AppendSymbol(TStringBuilder& Builder) const {
@@ -101,6 +118,7 @@ bool TFractionalLengthParser::IsValid(std::u16string_view Text) const {
 std::u16string TFractionalLengthParser::AsString(double Value, int ScaleIndex, bool NoSymbol,
                                                  bool NoDigitGroup, bool NoRound, bool NoPlusSign) const {
   TStringBuilder Builder;
+  Builder.reserve(31);
   AppendNumber(Builder, Value, ScaleIndex, NoDigitGroup, NoRound, NoPlusSign);
   if (!NoSymbol || !CanIgnoreSymbol()) AppendSymbol(Builder);
   return Builder;
@@ -111,10 +129,12 @@ double TFractionalLengthParser::AsDouble(std::u16string_view Text, int ScaleInde
 }
 
 double TFractionalLengthParser::ReadInches(std::u16string_view Text, int ScaleIndex) const {
-  const std::u16string Rest = RemoveDelimiters(RemoveSymbol(Text));
-  double Number = 0.0;
-  if (TryStrToFloat(Rest, Number)) return RequireStorable(Number * GetScale(ScaleIndex), Text);
-  return AsFractionDouble(Rest, ScaleIndex);
+  std::u16string Buffer;
+  const std::u16string_view Rest = CutSymbol(Text, Buffer);
+  const TNumberText Number = ReadNumberWithCommas(Rest);
+  if (Number.Ok) return RequireStorable(Number.Value * GetScale(ScaleIndex), Text);
+  if (Rest.find(u',') == std::u16string_view::npos) return AsFractionDouble(Rest, ScaleIndex);
+  return AsFractionDouble(RemoveDelimiters(Rest), ScaleIndex);
 }
 
 bool TFractionalLengthParser::GetFenZiFenMu(std::u16string_view Text, double& Numerator,
@@ -135,8 +155,8 @@ std::int64_t TFractionalLengthParser::GCD(std::int64_t A, std::int64_t B) noexce
 }
 
 void TFractionalInchParser::RoundOff(double Value, TStringBuilder& Builder, bool, bool) const {
-  const TFractionSplit Split = SplitLength(Value, IncrementText(*GetUnit()));
-  Builder.append(IntToStr(Split.Whole));
+  const TFractionSplit Split = SplitLength(Value, TIncrement(IncrementText(*GetUnit())));
+  AppendInteger(Builder, Split.Whole);
   AppendFraction(Builder, Split);
 }
 
@@ -146,26 +166,26 @@ void TFeetAndFractionalInchParser::AppendSymbol(TStringBuilder& Builder) const {
 
 void TFeetAndFractionalInchParser::RoundOff(double Value, TStringBuilder& Builder, bool, bool) const {
   constexpr std::int64_t InchesPerFoot = 12;
-  TFractionSplit Split = SplitLength(Value, IncrementText(*GetUnit()));
+  const TIncrement Increment(IncrementText(*GetUnit()));
+  const TFractionSplit Split = SplitLength(Value, Increment);
   const std::int64_t Feet = Split.Whole / InchesPerFoot;
-  const bool WholeFeet = IsRoundToHighUnitInCoupleUnit();
+  const bool WholeFeet = Increment.IsWholeFeet();
   if (WholeFeet || Feet != 0 || !GetUnit()->Suppress0Feet.Checked) {
-    Builder.append(IntToStr(Feet)).append(_SUnitFeet1);
+    AppendInteger(Builder, Feet);
+    Builder.append(_SUnitFeet1);
     if (WholeFeet) return;
     if (!GetUnit()->SuppressSpace.Checked) Builder.push_back(u' ');
   }
-  Builder.append(IntToStr(Split.Whole % InchesPerFoot));
-  if (!IsRoundToLowUnitInCoupleUnit()) AppendFraction(Builder, Split);
+  AppendInteger(Builder, Split.Whole % InchesPerFoot);
+  if (!Increment.IsWholeInches()) AppendFraction(Builder, Split);
 }
 
 bool TFeetAndFractionalInchParser::IsRoundToHighUnitInCoupleUnit() const {
-  std::int64_t Inches = 0;
-  return WholeInches(IncrementText(*GetUnit()), Inches) && Inches % 12 == 0;
+  return TIncrement(IncrementText(*GetUnit())).IsWholeFeet();
 }
 
 bool TFeetAndFractionalInchParser::IsRoundToLowUnitInCoupleUnit() const {
-  std::int64_t Inches = 0;
-  return WholeInches(IncrementText(*GetUnit()), Inches) && Inches > 0 && Inches < 12;
+  return TIncrement(IncrementText(*GetUnit())).IsWholeInches();
 }
 
 } // namespace unitlib

@@ -25,6 +25,9 @@ public:
   double AsDouble(std::u16string_view Text, int ScaleIndex) const override;
   /// Also without commas; Text as it is when what is left is not a number.
   std::u16string RemoveSymbol(std::u16string_view Text) const override;
+
+protected:
+  std::u16string_view CutSymbol(std::u16string_view Text, std::u16string& Buffer) const override;
 };
 
 struct TDecimalInchParser final : TDecimalImperialParser {
@@ -57,6 +60,9 @@ public:
   static std::int64_t GCD(std::int64_t A, std::int64_t B) noexcept;
 
 protected:
+  std::u16string_view CutSymbol(std::u16string_view Text, std::u16string&) const override {
+    return WithoutSymbol(Text);
+  }
   /// A plain number is taken as inches, other text is read as an imperial length.
   double ReadInches(std::u16string_view Text, int ScaleIndex) const;
 };

@@ -23,10 +23,31 @@ TDecimal15 ToDecimal15(std::uint64_t Digits, int Exponent) noexcept;
 /// The same for a run of decimal digits of any length.
 TDecimal15 ToDecimal15(std::string_view Digits, int Exponent);
 
-/// Appends the number without an exponent: "0.00000015", "2.5", "100000000000000000000".
+/// The text of a decimal number without an exponent: "0.00000015", "2.5", "100000000000000000000". Kept on
+/// the stack for all but very large and very small numbers.
+class TPlainText {
+public:
+  TPlainText(TDecimal15 Value, bool Negative);
+  TPlainText(const TPlainText&) = delete;
+  TPlainText& operator=(const TPlainText&) = delete;
+  std::u16string_view View() const noexcept { return FView; }
+  /// Digits behind the point.
+  int Decimals() const noexcept { return FDecimals; }
+
+private:
+  char16_t FShort[48];
+  std::u16string FLong;
+  std::u16string_view FView;
+  int FDecimals;
+};
+
+/// Appends the number without an exponent.
 void AppendPlain(std::u16string& Out, TDecimal15 Value);
 
 /// Appends the general form: fixed from 0.00001 up to 15 digits before the point, otherwise "1.5E-7", "1E15".
 void AppendGeneral(std::u16string& Out, TDecimal15 Value);
+
+/// Appends a whole number in decimal.
+void AppendInteger(std::u16string& Out, std::int64_t Value);
 
 } // namespace unitlib

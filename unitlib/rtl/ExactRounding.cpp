@@ -1,6 +1,7 @@
 #include "unitlib/rtl/ExactRounding.h"
 
 #include "unitlib/rtl/Errors.h"
+#include "unitlib/rtl/ExactProduct.h"
 #include "unitlib/rtl/Numbers.h"
 #include "unitlib/rtl/Text.h"
 
@@ -18,7 +19,6 @@ using TBigInt = boost::multiprecision::cpp_int;
 constexpr double Tolerance = 1e-12;
 constexpr double MaxExact = 4503599627370496.0; // 2^52: below it a double has a fraction to look at
 constexpr double ProductError = 4.5e-16;        // relative; two roundings of 2^-53 each, with room
-constexpr double MaxSteps = 9.2e18;             // surely below 2^63
 constexpr double MinTooMany = 9.3e18;           // surely above it
 
 [[noreturn]] void RaiseRange(double Value) {
@@ -116,18 +116,17 @@ std::int64_t ToInt64(const TBigInt& Value, double Shown) {
   return Value.convert_to<std::int64_t>();
 }
 
-/// Nearest integer of X >= 0 whose true value lies within RelativeError of it; nothing where that error could
+/// Nearest integer of a value >= 0 of which X + Rest is known up to Error; nothing where that error could
 /// decide.
-std::optional<std::int64_t> RoundWhenClear(double X, double RelativeError) {
+std::optional<std::int64_t> RoundWhenClear(double X, double Rest, double Error) {
   if (!(X < MaxExact)) return std::nullopt;
-  const double Floor = std::floor(X);
-  const double OffHalf = (X - Floor) - 0.5;
-  if (std::fabs(OffHalf + Tolerance) <= X * RelativeError + Tolerance * ProductError) return std::nullopt;
-  return static_cast<std::int64_t>(Floor) + (OffHalf >= -Tolerance ? 1 : 0);
+  const auto Whole = static_cast<std::int64_t>(X);
+  const double OffHalf = (X - static_cast<double>(Whole)) - 0.5 + Rest;
+  if (std::fabs(OffHalf + Tolerance) <= Error + Tolerance * ProductError) return std::nullopt;
+  // With its Rest the value may lie just below Whole or just above the next integer; both are far from a
+  // half.
+  return Whole + (OffHalf >= -Tolerance ? 1 : 0);
 }
-
-constexpr double PowersOf10[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                                 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
 std::optional<TDecimal15> RoundToMultipleExact(double Value, const TExactNumber& Step) {
   const TRatio Exact = ExactOf(Step);
@@ -165,8 +164,8 @@ std::optional<TFractionSplit> SplitWhenClear(double Value, const TExactNumber& N
   constexpr double Small = 1e9; // Value x 10^6 and the steps x 10^6 stay within 64 bits
   if (Value >= Small) return std::nullopt;
   const bool PowerOf2 = Num == 1 && (Den & (Den - 1)) == 0; // then the product below is exact
-  const auto Count =
-      RoundWhenClear(Value * Denominator.Value / Numerator.Value, PowerOf2 ? 0.0 : ProductError);
+  const double Near = Value * Denominator.Value / Numerator.Value;
+  const auto Count = RoundWhenClear(Near, 0, PowerOf2 ? 0.0 : Near * ProductError);
   if (!Count) return std::nullopt;
   TFractionSplit Result;
   Result.Whole = *Count * Num / Den;
@@ -174,27 +173,52 @@ std::optional<TFractionSplit> SplitWhenClear(double Value, const TExactNumber& N
   // Whole is 0 or lies within a step of Value, so the difference is exact.
   const double Rest = Value - static_cast<double>(Result.Whole);
   if (Rest <= 0 || Result.StepsPerOne == 0) return Result;
-  const auto Steps =
-      RoundWhenClear(Rest * static_cast<double>(Result.StepsPerOne), PowerOf2 ? 0.0 : ProductError);
+  const double Part = Rest * static_cast<double>(Result.StepsPerOne);
+  const auto Steps = RoundWhenClear(Part, 0, PowerOf2 ? 0.0 : Part * ProductError);
   if (!Steps) return std::nullopt;
   Result.Steps = *Steps;
   return Result;
 }
 
+/// Value / Step, rounded; nothing where doubles cannot tell. For a power of ten the product is exact, and
+/// ties, which are common among typed values, need no big integers.
+std::optional<std::int64_t> CountSteps(double Value, const TExactNumber& Step) {
+  constexpr double Least = 1e-200; // the exact product must not underflow
+  if (Step.Mantissa == 1 && Value > Least) {
+    const TExactProduct Product(Value, PowersOf10[Step.Scale]);
+    return RoundWhenClear(Product.Hi, Product.Lo, 1e-25);
+  }
+  const double Near = Value * PowersOf10[Step.Scale] / static_cast<double>(Step.Mantissa);
+  return RoundWhenClear(Near, 0, Near * ProductError);
+}
+
 } // namespace
 
-TExactNumber::TExactNumber(std::u16string_view NumberText) : Text(NumberText), Value(StrToFloat(NumberText)) {
+TExactNumber::TExactNumber(std::u16string_view NumberText) : Text(NumberText) {
+  IsSimple = ReadSimple(NumberText);
+  if (!IsSimple) Value = StrToFloat(NumberText);
+}
+
+/// Digits with at most one point, a sign allowed: then the quotient of two exact doubles is the nearest one.
+bool TExactNumber::ReadSimple(std::u16string_view NumberText) noexcept {
   constexpr std::uint64_t Limit = 1ULL << 53;
-  bool BehindPoint = false;
-  for (char16_t C : Text) {
-    if (C == u'e' || C == u'E') return;
-    if (C == u'.') BehindPoint = true;
-    if (!IsDigit(C)) continue;
+  const bool Negative = !NumberText.empty() && NumberText.front() == u'-';
+  if (Negative) NumberText.remove_prefix(1);
+  bool BehindPoint = false, HasDigit = false;
+  for (char16_t C : NumberText) {
+    if (C == u'.' && !BehindPoint) {
+      BehindPoint = true;
+      continue;
+    }
+    if (!IsDigit(C)) return false;
+    HasDigit = true;
     Mantissa = Mantissa * 10 + (C - u'0');
     Scale += BehindPoint;
-    if (Mantissa >= Limit || Scale > 22) return;
+    if (Mantissa >= Limit || Scale > 22) return false;
   }
-  IsSimple = true;
+  Value = static_cast<double>(Mantissa) / PowersOf10[Scale];
+  if (Negative) Value = -Value;
+  return HasDigit;
 }
 
 std::int64_t RoundClassicToInt64(double Value) {
@@ -209,9 +233,8 @@ std::int64_t RoundClassicToInt64(double Value) {
 std::optional<TDecimal15> RoundToMultiple(double Value, const TExactNumber& Step) {
   const double Count = Value / std::fabs(Step.Value);
   if (Count >= MinTooMany) return std::nullopt;
-  if (Step.IsSimple && Count < MaxSteps) {
-    const double Near = Value * PowersOf10[Step.Scale] / static_cast<double>(Step.Mantissa);
-    if (const auto Steps = RoundWhenClear(Near, ProductError)) {
+  if (Step.IsSimple && Count < MaxExact) {
+    if (const auto Steps = CountSteps(Value, Step)) {
       const auto Whole = static_cast<std::uint64_t>(*Steps);
       if (Whole <= std::numeric_limits<std::uint64_t>::max() / Step.Mantissa)
         return ToDecimal15(Whole * Step.Mantissa, -Step.Scale);

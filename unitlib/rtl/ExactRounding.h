@@ -20,6 +20,9 @@ struct TExactNumber {
   bool IsSimple = false;      // Mantissa < 2^53 and 0 <= Scale <= 22
   std::uint64_t Mantissa = 0; // of the absolute value
   int Scale = 0;
+
+private:
+  bool ReadSimple(std::u16string_view NumberText) noexcept;
 };
 
 /// Nearest integer of a finite value; a half, and what lies within 1e-12 below a half, goes away from zero.

