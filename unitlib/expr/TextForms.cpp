@@ -56,6 +56,27 @@ std::u16string WriteOperand(TParser& Parser, const TNode& Operand, TTextForm For
   return Text;
 }
 
+/// True when an operand without a sign starts behind this position, npos: at the start of the text.
+bool IsOperandStart(std::u16string_view Text, size_t Before) {
+  constexpr std::u16string_view Operators = u"+-*/";
+  if (Before == Text.npos) return true;
+  const bool IsSign = Text[Before] == u'-' && (Before == 0 || Text[Before - 1] == u'(' ||
+                                               Operators.find(Text[Before - 1]) != Text.npos);
+  return !IsSign && (Text[Before] == u'(' || Operators.find(Text[Before]) != Text.npos);
+}
+
+/// True when the "/" that Text ends with and this name behind it would be read as an inch fraction: digits
+/// and the inch mark follow what may be inches.
+bool WouldReadAsFraction(std::u16string_view Text, const TNode& Name) {
+  if (!Name.FIsVar || !Text.ends_with(u'/')) return false;
+  const size_t Digits = Name.FStoreValue.find_first_not_of(u"0123456789");
+  if (Digits == 0 || Digits == std::u16string::npos || Name.FStoreValue[Digits] != InchMark) return false;
+  Text.remove_suffix(1);
+  const size_t Before = Text.find_last_not_of(u"0123456789 '");
+  if (Text.size() == Before + 1) return false; // no such character before the "/"
+  return IsOperandStart(Text, Before) && IsImperialLengthCode(CurrentLengthUnit().UnitIdentifyCode);
+}
+
 /// Writes a tree from left to right without recursion.
 class TTreeWriter {
 public:
@@ -80,18 +101,36 @@ private:
   void WriteOperator(const TNode& Node, TState State) {
     if (State == Begin && (FParser.FHasError || !IsWholeOperator(Node))) return;
     if (State == BothWritten) {
-      if (Node.FIsBlock) FText.push_back(u')');
+      if (Node.FIsBlock) Close();
       return;
     }
-    if (State == Begin && Node.FIsBlock) FText.push_back(u'(');
-    if (State == LeftWritten) FText += Node.FValue;
+    if (State == Begin && Node.FIsBlock) Open();
+    if (State == LeftWritten) {
+      FText += Node.FValue;
+      FIsSimplified = Node.FIsVar;
+    }
     FWaiting.push_back({&Node, State == Begin ? LeftWritten : BothWritten});
     FWaiting.push_back({State == Begin ? Node.FLeft.get() : Node.FRight.get(), Begin});
   }
 
+  void Open() {
+    FText.push_back(u'(');
+    ++FOpenBrackets;
+  }
+  void Close() {
+    FText.push_back(u')');
+    --FOpenBrackets;
+  }
+
   void AppendOperand(const TNode& Node, bool BesideOperator) {
+    // A name such as "A)" is possible outside brackets only; inside it would end them and change the value.
+    if (FOpenBrackets > 0 && IsVariable(Node) && Node.FValue.find(u')') != std::u16string::npos)
+      FParser.SetError(NoOpeningBracketMessage, Node.FPos);
     const std::u16string Text = WriteOperand(FParser, Node, FForm, BesideOperator);
-    if (Node.FDoubleValue < 0)
+    bool InBrackets = Node.FDoubleValue < 0;
+    KeepError(FParser, Node.FPos,
+              [&] { InBrackets = InBrackets || (FIsSimplified && WouldReadAsFraction(FText, Node)); });
+    if (InBrackets)
       FText.append(u"(").append(Text).append(u")");
     else
       FText += Text;
@@ -100,6 +139,8 @@ private:
   TParser& FParser;
   const TTextForm FForm;
   std::u16string FText;
+  int FOpenBrackets = 0;
+  bool FIsSimplified = false; // the operator written last was put there by Merge
   std::vector<std::pair<const TNode*, TState>> FWaiting;
 };
 
