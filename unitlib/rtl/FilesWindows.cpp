@@ -58,6 +58,13 @@ private:
   HANDLE FHandle;
 };
 
+/// Path from the root on; replacing a file asks for one.
+std::wstring FullPath(const std::wstring& Path) {
+  std::vector<wchar_t> Name(32768);
+  const DWORD Size = GetFullPathNameW(Path.c_str(), static_cast<DWORD>(Name.size()), Name.data(), nullptr);
+  return Size == 0 || Size >= Name.size() ? Path : std::wstring(Name.data(), Size);
+}
+
 /// The file at the end of a chain of links, or Path itself where the system cannot tell.
 std::wstring FollowLinks(const std::wstring& Path) {
   const DWORD Attributes = GetFileAttributesW(Path.c_str());
@@ -199,7 +206,7 @@ std::string ReadWholeFile(std::u16string_view Path) {
 }
 
 void WriteWholeFile(std::u16string_view Path, std::string_view Content) {
-  const std::wstring Target = FollowLinks(Wide(Path));
+  const std::wstring Target = FollowLinks(FullPath(Wide(Path)));
   const DWORD Attributes = GetFileAttributesW(Target.c_str());
   if (Attributes != INVALID_FILE_ATTRIBUTES && (Attributes & FILE_ATTRIBUTE_DIRECTORY))
     throw EFileError(u"Cannot be replaced", Path, u"Not a regular file");
