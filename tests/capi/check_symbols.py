@@ -49,7 +49,7 @@ def interface(header: str) -> list[str]:
     ]
     callbacks = [
         "callback " + signature(*match)
-        for match in re.findall(r"typedef (\w+)\s*\(UL_CALL \*(\w+)\)\((.*?)\);", text, flags=re.S)
+        for match in re.findall(r"typedef (\w+)\s*\(UL_CALL\s*\*\s*(\w+)\)\((.*?)\);", text, flags=re.S)
     ]
     functions = [
         "function " + signature(*match)

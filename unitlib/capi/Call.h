@@ -47,6 +47,14 @@ template <class T> T& Result(T* Pointer) {
   return *Pointer;
 }
 
+/// A call with one result: Place receives what Source gives.
+template <class T, class TSource> ul_status Answer(T* Place, TSource Source) noexcept {
+  return Call([&] {
+    T& Receiver = Result(Place); // first, so that a null pointer is what the host is told about
+    Receiver = Source();
+  });
+}
+
 /// A code from 0 to Count - 1.
 inline int32_t RequireCode(int32_t Code, int32_t Count, const char16_t* What) {
   if (Code < 0 || Code >= Count) FailArgument(std::u16string(u"Unknown ") + What);

@@ -88,6 +88,7 @@ ul_status ShowColumn(int32_t Measure, const double* Values, int32_t CountGiven, 
     const size_t Count = RequireCount(CountGiven);
     RequireArray(Values, Count);
     RequireArray(Offsets, Count + 1);
+    Out.Require();
     const TDisplayFlags Wanted = ReadDisplayFlags(Flags);
     if (Measure != UL_NO_MEASURE) RequireParser(Measure);
 
@@ -111,7 +112,6 @@ ul_status ShowColumn(int32_t Measure, const double* Values, int32_t CountGiven, 
 template <class C, class TConvert>
 ul_status ReadColumn(const TTexts<C>& Texts, double* Values, int32_t* IsImperial, ul_status* Statuses,
                      TConvert Convert) {
-  RequireArray(Values, Texts.Count());
   std::vector<double> Results(Texts.Count(), NoValue);
   std::vector<int32_t> Imperial(IsImperial ? Texts.Count() : 0);
   TItemStatuses Items(Texts.Count(), Statuses);
@@ -132,6 +132,7 @@ ul_status StoreColumn(int32_t Measure, const C* Texts, const int32_t* Offsets, i
                       uint32_t Flags, double* Values, ul_status* Statuses) {
   return Call([&] {
     const TTexts Column(Texts, Offsets, Count);
+    RequireArray(Values, Column.Count());
     const bool Checked = ReadCheckFlag(Flags);
     RequireParser(Measure);
     return ReadColumn(Column, Values, nullptr, Statuses, [&](const std::u16string& Text) {
@@ -145,6 +146,7 @@ ul_status EvaluateColumn(const C* Texts, const int32_t* Offsets, int32_t Count, 
                          int32_t* IsImperial, ul_status* Statuses) {
   return Call([&] {
     const TTexts Column(Texts, Offsets, Count);
+    RequireArray(Values, Column.Count());
     RequireExpressions();
     return ReadColumn(Column, Values, IsImperial, Statuses,
                       [](const std::u16string& Text) { return Evaluate(Text); });
@@ -156,6 +158,7 @@ ul_status StoreExpressionColumn(int32_t Measure, const C* Texts, const int32_t* 
                                 int32_t Scale, double* Values, ul_status* Statuses) {
   return Call([&] {
     const TTexts Column(Texts, Offsets, Count);
+    RequireArray(Values, Column.Count());
     RequireParser(Measure);
     RequireExpressions();
     return ReadColumn(Column, Values, nullptr, Statuses, [&](const std::u16string& Text) {

@@ -55,71 +55,72 @@ double StoredDecimal(int32_t Measure, double Number, int32_t Scale) {
 namespace {
 
 template <class C> ul_status Show(int32_t Measure, double Value, int32_t Scale, uint32_t Flags, TOut<C> Out) {
-  return Call([&] {
+  return Give(Out, [&] {
     const TDisplayFlags Wanted = ReadDisplayFlags(Flags);
     if (Measure != UL_NO_MEASURE) RequireParser(Measure);
-    return Out.Write(DisplayText(Measure, Value, Scale, Wanted));
+    return DisplayText(Measure, Value, Scale, Wanted);
   });
 }
 
 template <class C>
 ul_status ShowWithSymbol(int32_t* HasSymbol, int32_t Measure, double Value, int32_t Scale, uint32_t Flags,
                          TOut<C> Out) {
-  return Call([&] {
+  bool Has = false;
+  const ul_status Status = Give(Out, [&] {
+    Result(HasSymbol);
     const TDisplayFlags Wanted = ReadDisplayFlags(Flags);
-    int32_t& Receiver = Result(HasSymbol);
     if (Measure != UL_NO_MEASURE) RequireParser(Measure);
-    bool Has = Receiver != 0;
-    const ul_status Status =
-        Out.Write(TFacade::StoreToDisplay(Has, Measure, Value, Scale, Wanted.AppendSymbol, Wanted.NoSymbol,
-                                          Wanted.NoDigitGroup, Wanted.NoRound, Wanted.NoPlusSign));
-    if (Status == UL_OK && Measure != UL_NO_MEASURE) Receiver = Has;
-    return Status;
+    return TFacade::StoreToDisplay(Has, Measure, Value, Scale, Wanted.AppendSymbol, Wanted.NoSymbol,
+                                   Wanted.NoDigitGroup, Wanted.NoRound, Wanted.NoPlusSign);
   });
+  if (Status == UL_OK && Measure != UL_NO_MEASURE) *HasSymbol = Has;
+  return Status;
 }
 
-template <class C> ul_status Check(int32_t Measure, TIn<C> Text, int32_t* Valid) {
-  return Call([&] {
-    int32_t& Receiver = Result(Valid);
+template <class C> ul_status Check(int32_t Measure, TIn<C> Given, int32_t* Valid) {
+  return Answer(Valid, [&] {
+    const std::u16string Text = Read(Given);
     RequireCurUnit(Measure);
-    Receiver = TFacade::CheckDisplay(Measure, Read(Text));
+    return TFacade::CheckDisplay(Measure, Text);
   });
 }
 
 template <class C>
-ul_status Store(int32_t Measure, TIn<C> Text, int32_t Scale, uint32_t Flags, double* Value) {
-  return Call([&] {
-    double& Receiver = Result(Value);
+ul_status Store(int32_t Measure, TIn<C> Given, int32_t Scale, uint32_t Flags, double* Value) {
+  return Answer(Value, [&] {
+    const std::u16string Text = Read(Given);
     const bool Checked = ReadCheckFlag(Flags);
     RequireParser(Measure);
-    Receiver = StoredValue(Measure, Read(Text), Scale, Checked);
+    return StoredValue(Measure, Text, Scale, Checked);
   });
 }
 
-template <class C> ul_status IsNumber(int32_t Measure, TIn<C> Text, int32_t RejectFraction, int32_t* Answer) {
-  return Call([&] {
-    int32_t& Receiver = Result(Answer);
+template <class C>
+ul_status IsNumber(int32_t Measure, TIn<C> Given, int32_t RejectFraction, int32_t* Number) {
+  return Answer(Number, [&] {
+    const std::u16string Text = Read(Given);
     RequireParser(Measure);
-    Receiver = TFacade::IsANum(Measure, Read(Text), RejectFraction != 0);
+    return TFacade::IsANum(Measure, Text, RejectFraction != 0);
   });
 }
 
-template <class C> ul_status Rewrite(int32_t Measure, TIn<C> Text, int32_t SkipImperial, TOut<C> Out) {
-  return Call([&] {
+template <class C> ul_status Rewrite(int32_t Measure, TIn<C> Given, int32_t SkipImperial, TOut<C> Out) {
+  return Give(Out, [&] {
+    const std::u16string Text = Read(Given);
     RequireParser(Measure);
-    return Out.Write(TFacade::ExprToStore(Measure, Read(Text), 0, SkipImperial != 0));
+    return TFacade::ExprToStore(Measure, Text, 0, SkipImperial != 0);
   });
 }
 
 template <class C> ul_status Symbol(int32_t Measure, int32_t EmptyForFeetInch, TOut<C> Out) {
-  return Call([&] {
+  return Give(Out, [&] {
     RequireCurUnit(Measure);
-    return Out.Write(TFacade::GetUnitSymbol(Measure, EmptyForFeetInch != 0));
+    return TFacade::GetUnitSymbol(Measure, EmptyForFeetInch != 0);
   });
 }
 
 template <class C> ul_status WithoutBrackets(TIn<C> Text, TOut<C> Out) {
-  return Call([&] { return Out.Write(GetDisplayValue(Read(Text))); });
+  return Give(Out, [&] { return GetDisplayValue(Read(Text)); });
 }
 
 } // namespace
@@ -164,10 +165,9 @@ ul_status UL_CALL ul_display_to_store_u8(int32_t measure, const char* text, int3
 }
 
 ul_status UL_CALL ul_decimal_value_to_store(int32_t measure, double number, int32_t scale, double* value) {
-  return Call([&] {
-    double& Receiver = Result(value);
+  return Answer(value, [&] {
     RequireParser(measure);
-    Receiver = StoredDecimal(measure, number, scale);
+    return StoredDecimal(measure, number, scale);
   });
 }
 

@@ -77,7 +77,7 @@ ul_status ProjectUnits(int32_t ConfigType, TIn<C> File, ul_callback OnOK, void* 
 using namespace unitlib::capi;
 
 ul_status UL_CALL ul_dialogs_available(int32_t* available) {
-  return Call([&] { Result(available) = HasDialogs(); });
+  return Answer(available, [&] { return HasDialogs(); });
 }
 
 ul_status UL_CALL ul_project_units_dialog(int32_t config_type, const ul_char16* file, int32_t length,

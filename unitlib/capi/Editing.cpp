@@ -9,48 +9,53 @@ namespace {
 
 using TManager = TSystemUnitDataManager;
 
-/// Makes the item with this description current; the index stays when there is none.
-template <class T, class C> ul_status Select(const TOwningList<T>& List, TIn<C> Description, int& Index) {
-  const std::u16string Wanted = Read(Description);
+/// Makes the item with this description current. errors      TFailure there is none, and the index stays
+template <class T> void Select(const TOwningList<T>& List, const std::u16string& Wanted, int& Index) {
   int Found = -1;
   SelectByDescription(List, Wanted, Found);
   if (Found < 0)
-    return KeepFailure({UL_NOT_FOUND, u"There is no item with description \"" + Wanted + u"\"", Wanted});
+    throw TFailure{UL_NOT_FOUND, u"There is no item with description \"" + Wanted + u"\"", Wanted};
   Index = Found;
-  return UL_OK;
 }
 
 template <class C> ul_status SelectUnit(int32_t Config, int32_t Measure, TIn<C> Description) {
   return Call([&] {
+    const std::u16string Wanted = Read(Description);
     TMeasure& Item = MeasureAt(Config, Measure);
-    return Select(Item.UnitContainer, Description, Item.CurUnitIndex);
+    Select(Item.UnitContainer, Wanted, Item.CurUnitIndex);
   });
 }
 
 template <class C> ul_status SelectRound(int32_t Config, int32_t Measure, int32_t Unit, TIn<C> Description) {
   return Call([&] {
+    const std::u16string Wanted = Read(Description);
     TUnit& Item = UnitAt(Config, Measure, Unit);
-    return Select(Item.RoundContainer, Description, Item.CurRoundIndex);
+    Select(Item.RoundContainer, Wanted, Item.CurRoundIndex);
   });
 }
 
 template <class C> ul_status SelectSymbol(int32_t Config, int32_t Measure, int32_t Unit, TIn<C> Description) {
   return Call([&] {
+    const std::u16string Wanted = Read(Description);
     TUnit& Item = UnitAt(Config, Measure, Unit);
-    return Select(Item.UnitSymbolContainer, Description, Item.CurUnitSymbolIndex);
+    Select(Item.UnitSymbolContainer, Wanted, Item.CurUnitSymbolIndex);
   });
 }
 
 template <class C> ul_status SelectDigitGroup(TIn<C> Description) {
   return Call([&] {
+    const std::u16string Wanted = Read(Description);
     TManager::DigitGroupCount(); // raises while nothing is loaded
-    return Select(*TManager::FCurUseDigitGroupContainer, Description, TManager::FCurDigitGroupIndex);
+    Select(*TManager::FCurUseDigitGroupContainer, Wanted, TManager::FCurDigitGroupIndex);
   });
 }
 
 template <class C>
 ul_status ChangeIncrement(int32_t Config, int32_t Measure, int32_t Unit, int32_t Round, TIn<C> Increment) {
-  return Call([&] { RoundAt(UnitAt(Config, Measure, Unit), Round).SetIncrement(Read(Increment)); });
+  return Call([&] {
+    const std::u16string Text = Read(Increment);
+    RoundAt(UnitAt(Config, Measure, Unit), Round).SetIncrement(Text);
+  });
 }
 
 } // namespace

@@ -61,39 +61,40 @@ double ExpressionValue(int32_t Measure, std::u16string_view Text, int32_t Scale)
 
 namespace {
 
-template <class C> ul_status EvaluateText(TIn<C> Text, double* Value, int32_t* IsImperial) {
-  return Call([&] {
-    double& Receiver = Result(Value);
+template <class C> ul_status EvaluateText(TIn<C> Given, double* Value, int32_t* IsImperial) {
+  return Answer(Value, [&] {
+    const std::u16string Text = Read(Given);
     RequireExpressions();
-    const TEvaluation Evaluation = Evaluate(Read(Text));
-    Receiver = Evaluation.Value;
+    const TEvaluation Evaluation = Evaluate(Text);
     if (IsImperial) *IsImperial = Evaluation.IsImperial;
+    return Evaluation.Value;
   });
 }
 
-template <class C> ul_status StoreExpression(int32_t Measure, TIn<C> Text, int32_t Scale, double* Value) {
-  return Call([&] {
-    double& Receiver = Result(Value);
+template <class C> ul_status StoreExpression(int32_t Measure, TIn<C> Given, int32_t Scale, double* Value) {
+  return Answer(Value, [&] {
+    const std::u16string Text = Read(Given);
     RequireParser(Measure);
     RequireExpressions();
-    Receiver = ExpressionValue(Measure, Read(Text), Scale);
+    return ExpressionValue(Measure, Text, Scale);
   });
 }
 
 using TElevationForm = std::u16string (*)(std::u16string_view);
 
-template <class C> ul_status Elevation(TElevationForm Form, TIn<C> Text, TOut<C> Out) {
-  return Call([&] {
+template <class C> ul_status Elevation(TElevationForm Form, TIn<C> Given, TOut<C> Out) {
+  return Give(Out, [&] {
+    const std::u16string Text = Read(Given);
     RequireExpressions();
-    return Out.Write(Form(Read(Text)));
+    return Form(Text);
   });
 }
 
-template <class C> ul_status CheckElevation(TIn<C> Text, int32_t* Valid) {
-  return Call([&] {
-    int32_t& Receiver = Result(Valid);
+template <class C> ul_status CheckElevation(TIn<C> Given, int32_t* Valid) {
+  return Answer(Valid, [&] {
+    const std::u16string Text = Read(Given);
     RequireExpressions();
-    Receiver = CheckElevEditValue(Read(Text));
+    return CheckElevEditValue(Text);
   });
 }
 

@@ -35,7 +35,7 @@ ul_status UL_CALL ul_refresh_unit(void) {
   return Call([] { Manager().RefreshUnit(); });
 }
 ul_status UL_CALL ul_is_on_refresh_unit(int32_t* running) {
-  return Call([&] { Result(running) = Manager().IsOnRefreshUnit(); });
+  return Answer(running, [&] { return Manager().IsOnRefreshUnit(); });
 }
 
 ul_status UL_CALL ul_attach_before_unit_change(ul_callback listener, void* context) {

@@ -12,29 +12,25 @@ using TManager = TSystemUnitDataManager;
 /// Position of the first measure that fits.
 template <class TFits>
 ul_status FindMeasure(int32_t Config, int32_t* Measure, const char16_t* What, int32_t Code, TFits Fits) {
-  return Call([&] {
-    int32_t& Receiver = Result(Measure);
+  return Answer(Measure, [&] {
     const auto& List = ConfigAt(Config).MeasureContainer;
     for (int I = 0; I < List.Count(); ++I)
-      if (Fits(List.Item(I))) {
-        Receiver = I;
-        return static_cast<ul_status>(UL_OK);
-      }
+      if (Fits(List.Item(I))) return I;
     const std::u16string Text = IntToStr(Code);
-    return KeepFailure(
-        {UL_NOT_FOUND, u"There is no measure with " + std::u16string(What) + u" " + Text, Text});
+    throw TFailure{UL_NOT_FOUND, u"There is no measure with " + std::u16string(What) + u" " + Text, Text};
   });
 }
 
 template <class C> ul_status ConfigDescription(int32_t Config, TOut<C> Out) {
-  return Call([&] { return Out.Write(ConfigAt(Config).Description); });
+  return Give(Out, [&] { return ConfigAt(Config).Description; });
 }
 
 template <class C> ul_status MeasureText(int32_t Config, int32_t Measure, int32_t Part, TOut<C> Out) {
-  return Call([&] {
-    const TMeasure& Item = MeasureAt(Config, Measure);
-    const std::u16string* const Texts[] = {&Item.Description, &Item.ExampleValue, &Item.ExampleDisplayValue};
-    return Out.Write(*Texts[RequireCode(Part, UL_MEASURE_EXAMPLE_DISPLAY_VALUE + 1, u"part of a measure")]);
+  return Give(Out, [&] {
+    constexpr std::u16string TMeasure::*Parts[] = {&TMeasure::Description, &TMeasure::ExampleValue,
+                                                   &TMeasure::ExampleDisplayValue};
+    const int32_t Known = RequireCode(Part, UL_MEASURE_EXAMPLE_DISPLAY_VALUE + 1, u"part of a measure");
+    return MeasureAt(Config, Measure).*Parts[Known];
   });
 }
 
@@ -55,28 +51,28 @@ std::u16string UnitPart(TUnit& Unit, int32_t Part) {
 
 template <class C>
 ul_status UnitText(int32_t Config, int32_t Measure, int32_t Unit, int32_t Part, TOut<C> Out) {
-  return Call([&] { return Out.Write(UnitPart(UnitAt(Config, Measure, Unit), Part)); });
+  return Give(Out, [&] { return UnitPart(UnitAt(Config, Measure, Unit), Part); });
 }
 
 template <class C>
 ul_status RoundText(int32_t Config, int32_t Measure, int32_t Unit, int32_t Round, int32_t Part, TOut<C> Out) {
-  return Call([&] {
-    const TRound& Item = RoundAt(UnitAt(Config, Measure, Unit), Round);
+  return Give(Out, [&] {
     const int32_t Known = RequireCode(Part, UL_ROUND_INCREMENT + 1, u"part of a round");
-    return Out.Write(Known == UL_ROUND_INCREMENT ? Item.Increment : Item.Description);
+    const TRound& Item = RoundAt(UnitAt(Config, Measure, Unit), Round);
+    return Known == UL_ROUND_INCREMENT ? Item.Increment : Item.Description;
   });
 }
 
 template <class C>
 ul_status SymbolDescription(int32_t Config, int32_t Measure, int32_t Unit, int32_t Symbol, TOut<C> Out) {
-  return Call([&] { return Out.Write(SymbolAt(UnitAt(Config, Measure, Unit), Symbol).Description); });
+  return Give(Out, [&] { return SymbolAt(UnitAt(Config, Measure, Unit), Symbol).Description; });
 }
 
 template <class C> ul_status DigitGroupText(int32_t Group, int32_t Part, TOut<C> Out) {
-  return Call([&] {
-    const TDigitGroup& Item = DigitGroupAt(Group);
+  return Give(Out, [&] {
     const int32_t Known = RequireCode(Part, UL_DIGIT_GROUP_PARSER_CLASS_NAME + 1, u"part of a digit group");
-    return Out.Write(Known == UL_DIGIT_GROUP_DESCRIPTION ? Item.Description : Item.DigitGroupParserClassName);
+    const TDigitGroup& Item = DigitGroupAt(Group);
+    return Known == UL_DIGIT_GROUP_DESCRIPTION ? Item.Description : Item.DigitGroupParserClassName;
   });
 }
 
@@ -87,20 +83,18 @@ using namespace unitlib::capi;
 using TManager = unitlib::TSystemUnitDataManager;
 
 ul_status UL_CALL ul_get_config_count(int32_t* count) {
-  return Call([&] { Result(count) = TManager::CurUseUnitConfigContainer().Count(); });
+  return Answer(count, [&] { return TManager::CurUseUnitConfigContainer().Count(); });
 }
 ul_status UL_CALL ul_get_cur_config_index(int32_t* index) {
-  return Call([&] {
-    int32_t& Receiver = Result(index);
+  return Answer(index, [&] {
     TManager::CurUseUnitConfigContainer(); // raises while nothing is loaded
-    Receiver = TManager::GetCurConfigIndex();
+    return TManager::GetCurConfigIndex();
   });
 }
 ul_status UL_CALL ul_get_config(int32_t config, ul_config_info* info) {
-  return Call([&] {
-    ul_config_info& Receiver = Result(info);
+  return Answer(info, [&] {
     const unitlib::TConfig& Item = ConfigAt(config);
-    Receiver = {Item.OrderIndex, Item.MeasureCount()};
+    return ul_config_info{Item.OrderIndex, Item.MeasureCount()};
   });
 }
 ul_status UL_CALL ul_get_config_description(int32_t config, ul_char16* buffer, int32_t capacity,
@@ -121,11 +115,10 @@ ul_status UL_CALL ul_find_measure_by_order_index(int32_t config, int32_t order_i
                      [&](const unitlib::TMeasure& Item) { return Item.OrderIndex == order_index; });
 }
 ul_status UL_CALL ul_get_measure(int32_t config, int32_t measure, ul_measure_info* info) {
-  return Call([&] {
-    ul_measure_info& Receiver = Result(info);
+  return Answer(info, [&] {
     const unitlib::TMeasure& Item = MeasureAt(config, measure);
-    Receiver = {Item.ClassifyCode, Item.OrderIndex, Item.UnitContainer.Count(), Item.DefUnitIndex,
-                Item.CurUnitIndex};
+    return ul_measure_info{Item.ClassifyCode, Item.OrderIndex, Item.UnitContainer.Count(), Item.DefUnitIndex,
+                           Item.CurUnitIndex};
   });
 }
 ul_status UL_CALL ul_get_measure_text(int32_t config, int32_t measure, int32_t part, ul_char16* buffer,
@@ -138,12 +131,11 @@ ul_status UL_CALL ul_get_measure_text_u8(int32_t config, int32_t measure, int32_
 }
 
 ul_status UL_CALL ul_get_unit(int32_t config, int32_t measure, int32_t unit, ul_unit_info* info) {
-  return Call([&] {
-    ul_unit_info& Receiver = Result(info);
+  return Answer(info, [&] {
     const unitlib::TUnit& Item = UnitAt(config, measure, unit);
-    Receiver = {Item.UnitIdentifyCode,   Item.OrderIndex,        Item.RoundContainer.Count(),
-                Item.DefRoundIndex,      Item.CurRoundIndex,     Item.UnitSymbolContainer.Count(),
-                Item.DefUnitSymbolIndex, Item.CurUnitSymbolIndex};
+    return ul_unit_info{Item.UnitIdentifyCode,   Item.OrderIndex,        Item.RoundContainer.Count(),
+                        Item.DefRoundIndex,      Item.CurRoundIndex,     Item.UnitSymbolContainer.Count(),
+                        Item.DefUnitSymbolIndex, Item.CurUnitSymbolIndex};
   });
 }
 ul_status UL_CALL ul_get_unit_text(int32_t config, int32_t measure, int32_t unit, int32_t part,
@@ -156,19 +148,17 @@ ul_status UL_CALL ul_get_unit_text_u8(int32_t config, int32_t measure, int32_t u
 }
 ul_status UL_CALL ul_get_switch(int32_t config, int32_t measure, int32_t unit, int32_t which,
                                 ul_switch_info* info) {
-  return Call([&] {
-    ul_switch_info& Receiver = Result(info);
+  return Answer(info, [&] {
     const unitlib::TCheckBoxSetting& Item = SwitchAt(UnitAt(config, measure, unit), which);
-    Receiver = {Item.DefEnable, Item.Enable, Item.DefChecked, Item.Checked};
+    return ul_switch_info{Item.DefEnable, Item.Enable, Item.DefChecked, Item.Checked};
   });
 }
 
 ul_status UL_CALL ul_get_round(int32_t config, int32_t measure, int32_t unit, int32_t round,
                                ul_round_info* info) {
-  return Call([&] {
-    ul_round_info& Receiver = Result(info);
+  return Answer(info, [&] {
     const unitlib::TRound& Item = RoundAt(UnitAt(config, measure, unit), round);
-    Receiver = {Item.OrderIndex, Item.IncrementCanEdit, Item.IncrementCanVisible};
+    return ul_round_info{Item.OrderIndex, Item.IncrementCanEdit, Item.IncrementCanVisible};
   });
 }
 ul_status UL_CALL ul_get_round_text(int32_t config, int32_t measure, int32_t unit, int32_t round,
@@ -181,7 +171,7 @@ ul_status UL_CALL ul_get_round_text_u8(int32_t config, int32_t measure, int32_t 
 }
 ul_status UL_CALL ul_get_symbol(int32_t config, int32_t measure, int32_t unit, int32_t symbol,
                                 int32_t* order_index) {
-  return Call([&] { Result(order_index) = SymbolAt(UnitAt(config, measure, unit), symbol).OrderIndex; });
+  return Answer(order_index, [&] { return SymbolAt(UnitAt(config, measure, unit), symbol).OrderIndex; });
 }
 ul_status UL_CALL ul_get_symbol_description(int32_t config, int32_t measure, int32_t unit, int32_t symbol,
                                             ul_char16* buffer, int32_t capacity, int32_t* needed) {
@@ -193,17 +183,16 @@ ul_status UL_CALL ul_get_symbol_description_u8(int32_t config, int32_t measure, 
 }
 
 ul_status UL_CALL ul_get_digit_group_count(int32_t* count) {
-  return Call([&] { Result(count) = TManager::DigitGroupCount(); });
+  return Answer(count, [&] { return TManager::DigitGroupCount(); });
 }
 ul_status UL_CALL ul_get_cur_digit_group_index(int32_t* index) {
-  return Call([&] {
-    int32_t& Receiver = Result(index);
+  return Answer(index, [&] {
     TManager::DigitGroupCount(); // raises while nothing is loaded
-    Receiver = TManager::GetCurDigitGroupIndex();
+    return TManager::GetCurDigitGroupIndex();
   });
 }
 ul_status UL_CALL ul_get_digit_group(int32_t group, int32_t* order_index) {
-  return Call([&] { Result(order_index) = DigitGroupAt(group).OrderIndex; });
+  return Answer(order_index, [&] { return DigitGroupAt(group).OrderIndex; });
 }
 ul_status UL_CALL ul_get_digit_group_text(int32_t group, int32_t part, ul_char16* buffer, int32_t capacity,
                                           int32_t* needed) {

@@ -81,7 +81,7 @@ template <class C> ul_status RegisterUnit(TIn<C> Name, double Size) {
 }
 
 template <class C> ul_status HasUnit(TIn<C> Name, int32_t* Present) {
-  return Call([&] { Result(Present) = IsUnitParser(Read(Name)); });
+  return Answer(Present, [&] { return IsUnitParser(Read(Name)); });
 }
 
 template <class C> ul_status RegisterDigitGroup(TIn<C> Name, int32_t Digits) {
@@ -94,7 +94,7 @@ template <class C> ul_status RegisterDigitGroup(TIn<C> Name, int32_t Digits) {
 }
 
 template <class C> ul_status Group(TIn<C> Name, TIn<C> Text, TOut<C> Out) {
-  return Call([&] { return Out.Write(GetDigitGroupParser(Read(Name), Read(Text))->ToStr()); });
+  return Give(Out, [&] { return GetDigitGroupParser(Read(Name), Read(Text))->ToStr(); });
 }
 
 } // namespace

@@ -31,7 +31,7 @@ template <class C> ul_status SaveFile(TIn<C> File) {
 }
 
 template <class C> ul_status Tell(std::u16string (*Source)(), TOut<C> Out) {
-  return Call([&] { return Out.Write(Source()); });
+  return Give(Out, [&] { return Source(); });
 }
 
 template <class C> ul_status SetFolder(void (*Target)(std::u16string_view), TIn<C> Path) {
@@ -64,7 +64,7 @@ ul_status UL_CALL ul_free_unit_system(void) {
   return Call([] { unitlib::FreeUnitSystem(); });
 }
 ul_status UL_CALL ul_is_loaded(int32_t* loaded) {
-  return Call([&] { Result(loaded) = TManager::FCurUseUnitConfigContainer ? 1 : 0; });
+  return Answer(loaded, [&] { return TManager::FCurUseUnitConfigContainer ? 1 : 0; });
 }
 
 ul_status UL_CALL ul_generate_default_config_file(const ul_char16* file, int32_t length) {

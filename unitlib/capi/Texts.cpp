@@ -11,7 +11,7 @@ namespace {
 
 template <class C> std::basic_string_view<C> View(TIn<C> In) {
   if (In.Length < UL_TO_NUL) FailArgument(u"A text has a negative length");
-  if (!In.Text && In.Length > 0) FailArgument(u"A text pointer is null");
+  if (!In.Text && In.Length != 0) FailArgument(u"A text pointer is null");
   if (!In.Text) return {};
   if (In.Length == UL_TO_NUL) return std::basic_string_view<C>(In.Text);
   return {In.Text, static_cast<size_t>(In.Length)};
@@ -40,6 +40,11 @@ int32_t CheckedLength(size_t Length) {
   return static_cast<int32_t>(Length);
 }
 
+template <class C> void TOut<C>::Require() const {
+  if (FCapacity < 0) FailArgument(u"A buffer has a negative capacity");
+  if (!FBuffer && (FCapacity > 0 || !FNeeded)) FailArgument(u"A buffer pointer is null");
+}
+
 template <class C> ul_status TOut<C>::Write(std::u16string_view Text, TOnFailure OnFailure) const {
   std::basic_string<C> Units;
   AppendUnits(Units, Text);
@@ -48,8 +53,7 @@ template <class C> ul_status TOut<C>::Write(std::u16string_view Text, TOnFailure
 
 template <class C>
 ul_status TOut<C>::WriteUnits(std::basic_string_view<C> Text, size_t Needed, TOnFailure OnFailure) const {
-  if (FCapacity < 0) FailArgument(u"A buffer has a negative capacity");
-  if (!FBuffer && (FCapacity > 0 || !FNeeded)) FailArgument(u"A buffer pointer is null");
+  Require();
   const int32_t Length = CheckedLength(Needed);
   if (FNeeded) *FNeeded = Length;
   if (Length > FCapacity)

@@ -37,8 +37,9 @@ public:
     if (FNeeded) *FNeeded = 0;
   }
 
-  /// Writes the text and a closing zero, or nothing.
   /// errors      TFailure the buffer is null or its capacity negative
+  void Require() const;
+  /// Writes the text and a closing zero, or nothing. errors      as Require
   ul_status Write(std::u16string_view Text, TOnFailure OnFailure = TOnFailure::Keep) const;
   /// The same without the closing zero, for the texts of a column.
   ul_status WriteRaw(std::basic_string_view<C> Text) const {
@@ -55,6 +56,14 @@ private:
 
 extern template class TOut<ul_char16>;
 extern template class TOut<char>;
+
+/// A call that gives a text.
+template <class C, class TSource> ul_status Give(TOut<C> Out, TSource Source) noexcept {
+  return Call([&] {
+    Out.Require(); // first, so that a wrong buffer is what the host is told about
+    return Out.Write(Source());
+  });
+}
 
 /// Appends a text to another in the units of the border.
 void AppendUnits(std::u16string& Out, std::u16string_view Text);
