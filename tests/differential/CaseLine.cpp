@@ -83,7 +83,8 @@ bool SameNumberText(std::u16string_view A, std::u16string_view B) {
 
 std::string Attempt(const std::function<std::string()>& Call) {
   try {
-    return "=" + Call();
+    return std::string("=").append(
+        Call()); // not "=" + Call(): a false alarm of GCC 12 about overlapping copies
   } catch (const EListError&) {
     return "!list";
   } catch (const EConvertError&) {

@@ -42,8 +42,8 @@ std::string ElementFields(std::string_view Tag) {
     const size_t KeyStart = Tag.find_last_of(" \t\n", Equals) + 1;
     const size_t End = Tag.find('"', Equals + 2);
     const std::string Value = Decoded(Tag.substr(Equals + 2, End - Equals - 2));
-    Fields += "\t" + std::string(Tag.substr(KeyStart, Equals - KeyStart)) + "=" +
-              Escape(std::u16string(Value.begin(), Value.end()));
+    Fields.append("\t").append(Tag.substr(KeyStart, Equals - KeyStart)).append("=");
+    Fields += Escape(std::u16string(Value.begin(), Value.end()));
     At = End + 1;
   }
 }
