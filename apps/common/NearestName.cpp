@@ -16,10 +16,11 @@ std::string Folded(std::string_view Text) {
   return Result;
 }
 
-/// Fewest changes that make Typed equal to Known; Inside: equal to some part of Known.
-std::size_t Distance(const std::string& Typed, const std::string& Known, bool Inside) {
+/// Fewest changes that make Typed equal to a part of Known that may start anywhere (FreeStart) and end
+/// anywhere (FreeEnd).
+std::size_t Distance(const std::string& Typed, const std::string& Known, bool FreeStart, bool FreeEnd) {
   std::vector<std::size_t> Row(Known.size() + 1);
-  for (std::size_t J = 0; J < Row.size(); ++J) Row[J] = Inside ? 0 : J;
+  for (std::size_t J = 0; J < Row.size(); ++J) Row[J] = FreeStart ? 0 : J;
   for (std::size_t I = 1; I <= Typed.size(); ++I) {
     std::size_t Diagonal = Row[0];
     Row[0] = I;
@@ -29,7 +30,7 @@ std::size_t Distance(const std::string& Typed, const std::string& Known, bool In
       Row[J] = std::min({Changed, Row[J] + 1, Row[J - 1] + 1});
     }
   }
-  return Inside ? *std::min_element(Row.begin(), Row.end()) : Row.back();
+  return FreeEnd ? *std::min_element(Row.begin(), Row.end()) : Row.back();
 }
 
 } // namespace
@@ -38,7 +39,9 @@ std::size_t NearestName(std::string_view Typed, const std::vector<std::string>& 
   const std::string Wanted = Folded(Typed);
   const auto Rank = [&Wanted](const std::string& Name) {
     const std::string Candidate = Folded(Name);
-    return std::tuple(Distance(Wanted, Candidate, true), Distance(Wanted, Candidate, false));
+    const std::size_t AtStart = Distance(Wanted, Candidate, false, true);
+    const std::size_t Inside = Distance(Wanted, Candidate, true, true);
+    return std::tuple(std::min(AtStart, Inside + 1), Distance(Wanted, Candidate, false, false));
   };
   const auto Best = std::min_element(Known.begin(), Known.end(),
                                      [&Rank](const auto& A, const auto& B) { return Rank(A) < Rank(B); });

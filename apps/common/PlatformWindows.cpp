@@ -3,7 +3,9 @@
 #include "unitlib/rtl/Text.h"
 
 #define WIN32_LEAN_AND_MEAN
+#ifndef NOMINMAX
 #define NOMINMAX
+#endif
 #include <windows.h>
 // After windows.h, which it needs.
 #include <shellapi.h>

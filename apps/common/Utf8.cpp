@@ -74,7 +74,7 @@ std::string Printable(std::string_view Text) {
 }
 
 std::string MarkedText(std::string_view Text, std::size_t Place) {
-  const bool Marked = Place <= Text.size();
+  const bool Marked = Place <= Text.size() && !Text.empty();
   const std::size_t Centre = Marked ? Place : 0;
   const std::size_t First = Centre > Surroundings ? CharacterStart(Text, Centre - Surroundings) : 0;
   const std::size_t Last = CharacterStart(Text, std::min(Text.size(), Centre + Surroundings));

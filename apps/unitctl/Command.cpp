@@ -18,7 +18,7 @@ void TContext::Complain(std::string_view Message) const {
 
 void TContext::Complain(std::string_view Message, std::string_view Text, std::size_t Place) const {
   std::string Lines = "unitctl: " + std::string(Message) + "\n";
-  if (Place != NoPlace) Lines += MarkedText(Text, Place);
+  if (Place != NoPlace && !Text.empty()) Lines += MarkedText(Text, Place);
   // Nowhere is left to tell that standard error cannot be written.
   std::fwrite(Lines.data(), 1, Lines.size(), Streams.Err);
 }

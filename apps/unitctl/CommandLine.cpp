@@ -26,7 +26,7 @@ constexpr const char* Footer =
     "First steps:\n"
     "  unitctl init --system \"US Imperial System\"\n"
     "  unitctl show\n"
-    "  unitctl format 0 1676.4 -- -1676.4";
+    "  unitctl format 0 1676.4 -1676.4";
 
 void AddGlobalOptions(CLI::App& App, TContext& Context) {
   App.add_option("--settings", Context.SettingsFile,

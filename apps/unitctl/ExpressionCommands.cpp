@@ -32,18 +32,41 @@ struct TExpression {
   std::unique_ptr<TNode> Root;
 };
 
-void ComplainAbout(TContext& Context, const TExpression& Expression, const std::string& Typed) {
+/// The second variable of a tree, where reading an elevation ends; null when there are fewer.
+const TNode* SecondVariable(const TNode& Root) {
+  std::size_t Count = 0;
+  std::vector<const TNode*> Open = {&Root};
+  while (!Open.empty()) {
+    const TNode* Node = Open.back();
+    Open.pop_back();
+    if (Node->FNodeType == ntNum && Node->FIsVar && ++Count == 2) return Node;
+    if (Node->FRight) Open.push_back(Node->FRight.get());
+    if (Node->FLeft) Open.push_back(Node->FLeft.get());
+  }
+  return nullptr;
+}
+
+std::string ElevationUnit() {
+  const TMeasure* Measure = TSystemUnitDataManager::CurConfigMeasure(ElevationMeasure);
+  return Quoted(Measure->Description) + " in " + Quoted(Measure->GetCurUnit()->Description);
+}
+
+/// What is wrong, and where in the text (-1: no place). The engine has no message for an elevation that it
+/// refuses.
+std::pair<std::string, std::int32_t> Problem(const TExpression& Expression) {
   const TParser& Parser = Expression.Parser;
-  std::string Message = "the text is empty";
-  if (Parser.FHasError && !Parser.FErrMsg.empty())
-    Message = ToUtf8(Parser.FErrMsg);
-  else if (Parser.FHasError)
-    Message = "more than one variable, or a number that cannot be typed in this unit";
-  const std::size_t Place = Parser.FErrPos >= 0
-                                ? Utf8Offset(Expression.Text, static_cast<std::size_t>(Parser.FErrPos))
-                                : Typed.size();
-  Context.ComplainBad(Quoted(Typed) + ": " + Printable(Message), Typed,
-                      Parser.FErrPos >= 0 ? Place : NoPlace);
+  if (Parser.FHasError && !Parser.FErrMsg.empty()) return {Printable(ToUtf8(Parser.FErrMsg)), Parser.FErrPos};
+  if (!Expression.Root) return {"the text is empty", -1};
+  if (const TNode* Second = SecondVariable(*Expression.Root))
+    return {"a second variable; one is allowed", Second->FPos};
+  return {"a number in it is not a value of " + ElevationUnit(), Parser.FErrPos};
+}
+
+void ComplainAbout(TContext& Context, const TExpression& Expression, const std::string& Typed) {
+  const auto [Message, Position] = Problem(Expression);
+  const std::size_t Place =
+      Position < 0 ? NoPlace : Utf8Offset(Expression.Text, static_cast<std::size_t>(Position));
+  Context.ComplainBad(Quoted(Typed) + ": " + Message, Typed, Place);
 }
 
 /// Makes sure that elevations can be converted, for a better message than the engine's.
@@ -107,8 +130,7 @@ void EvalOne(TContext& Context, const std::string& Typed, bool Tree) {
   if (Root.FNodeType == ntNum && !Root.FIsVar)
     Context.Print("value    " + ToUtf8(FloatToStr(Root.FDoubleValue)) + (Root.FIsImperial ? " m\n" : "\n"));
   if (!CheckElevEditValue(Expression.Text)) {
-    static_cast<void>(Expression.Parser.GetStoreValue(Root));
-    if (!Expression.Parser.FHasError) Expression.Parser.SetError({}, -1);
+    static_cast<void>(Expression.Parser.GetStoreValue(Root)); // for its error
     return ComplainAbout(Context, Expression, Typed);
   }
   const std::u16string Store = GetElevStoreValue(Expression.Text);

@@ -12,8 +12,7 @@ void AddScaleOption(CLI::App& Command, int& Scale) {
   Command
       .add_option(
           "--scale", Scale,
-          "Store unit of the values: 3 a thousand base units (m, with mm as base), 4 a million (m2), 5 a "
-          "thousand million (m3), any other the base unit itself (default -1)")
+          "Values count 3: thousands, 4: millions, 5: thousand millions of the base unit, else base units")
       ->type_name("N")
       ->transform(UnguardText);
 }

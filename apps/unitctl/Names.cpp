@@ -72,17 +72,19 @@ TMeasure& MeasureAtPosition(const TConfig& Config, std::string_view Name) {
 
 } // namespace
 
-int FindName(std::string_view Kind, std::string_view Name, const std::vector<TKnownName>& Known) {
+int FindName(const std::string& Kind, std::string_view Name, const std::vector<TKnownName>& Known,
+             const std::string& Where) {
   const std::u16string Text = FromTerminal(Name);
+  const std::string Place = Where.empty() ? "" : " in " + Quoted(Where);
   if (Known.empty())
-    throw ERefused("no " + std::string(Kind) + " " + Quoted(Name) + "; there is none to choose from");
+    throw ERefused("no " + Kind + " " + Quoted(Name) + Place + "; there is none to choose from");
   int Number = 0;
   const bool IsNumber = TryStrToInt(Text, Number);
   // A description may be a number itself, so it is looked for even then.
   if (const int Found = IsNumber ? FindByNumber(Number, Known) : -1; Found >= 0) return Found;
   if (const int Found = FindByText(Text, Known); Found >= 0) return Found;
-  if (IsNumber) RefuseNumber(std::string(Kind) + " has the number " + std::to_string(Number), Number, Known);
-  RefuseText(std::string(Kind) + " " + Quoted(Name), Name, Known);
+  if (IsNumber) RefuseNumber(Kind + " with the number " + std::to_string(Number) + Place, Number, Known);
+  RefuseText(Kind + " " + Quoted(Name) + Place, Name, Known);
 }
 
 int FindSystem(std::string_view Name) {
@@ -104,15 +106,15 @@ TMeasure& FindMeasure(const TConfig& Config, std::string_view Name) {
 int FindUnit(const TMeasure& Measure, std::string_view Name) {
   std::vector<TKnownName> Known;
   for (const auto& Unit : Measure.UnitContainer) Known.push_back({Unit->UnitIdentifyCode, Unit->Description});
-  return FindName("unit of " + Quoted(Measure.Description), Name, Known);
+  return FindName("unit", Name, Known, ToUtf8(Measure.Description));
 }
 
 int FindRound(const TUnit& Unit, std::string_view Name) {
-  return FindName("rounding of " + Quoted(Unit.Description), Name, ByPosition(Unit.RoundContainer));
+  return FindName("rounding", Name, ByPosition(Unit.RoundContainer), ToUtf8(Unit.Description));
 }
 
 int FindSymbol(const TUnit& Unit, std::string_view Name) {
-  return FindName("symbol of " + Quoted(Unit.Description), Name, ByPosition(Unit.UnitSymbolContainer));
+  return FindName("symbol", Name, ByPosition(Unit.UnitSymbolContainer), ToUtf8(Unit.Description));
 }
 
 const std::vector<TSwitch>& Switches() {

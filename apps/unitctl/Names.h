@@ -20,7 +20,8 @@ struct TKnownName {
 /// anything else for the first with exactly this description, else for the first when letters A to Z are
 /// folded. Kind        "unit", for the message errors      ERefused nothing is known by this name; the
 /// message tells the nearest
-int FindName(std::string_view Kind, std::string_view Name, const std::vector<TKnownName>& Known);
+int FindName(const std::string& Kind, std::string_view Name, const std::vector<TKnownName>& Known,
+             const std::string& Where = {});
 
 /// Position of a configuration; number: its position.
 int FindSystem(std::string_view Name);

@@ -98,7 +98,7 @@ bool WantsProgress(const TContext& Context, const TInput& Input, bool WritesToSc
 
 void Report(const TContext& Context, const std::string& Source, const TRowProblem& Problem) {
   std::string Text = Source + ":" + std::to_string(Problem.Line) + ": " + Problem.Message + "\n";
-  if (Problem.Place != NoPlace) Text += MarkedText(Problem.Text, Problem.Place);
+  if (Problem.Place != NoPlace && !Problem.Text.empty()) Text += MarkedText(Problem.Text, Problem.Place);
   std::fwrite(Text.data(), 1, Text.size(), Context.Streams.Err);
 }
 

@@ -172,7 +172,8 @@ void AddSet(CLI::App& App, TContext& Context) {
   Add("--symbol", Options->Symbol, "SYMBOL", "Unit symbol, by description or position in its list");
   Add("--check", Options->Checks, "NAME=on|off", "Format switch; may be given several times")
       ->expected(1)
-      ->allow_extra_args(false);
+      ->allow_extra_args(false)
+      ->take_all();
   Command->callback([&Context, Options] { Set(Context, *Options); });
 }
 
