@@ -115,7 +115,7 @@ void TSystemUnitFormatFrm::CreateControls() {
 /// Everything the list will hold for one unit or another, so that its place is wide enough for each.
 void TSystemUnitFormatFrm::FillForWidth(wxChoice& List,
                                         std::vector<std::u16string> (TUnit::*Texts)() const) const {
-  for (const auto& Unit : FUnitSetting->UnitContainer)
+  for (const auto& Unit : Setting().UnitContainer)
     for (const std::u16string& Text : (Unit.get()->*Texts)()) List.Append(ToWx(Text));
 }
 

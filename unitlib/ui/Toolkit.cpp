@@ -25,6 +25,8 @@ public:
     SetExitOnFrameDelete(false); // the loop is the host's, not ours to end
     return true;
   }
+  /// A host of another toolkit cannot do anything about one; by default a box would come up in its midst.
+  void OnAssertFailure(const wxChar*, int, const wxChar*, const wxChar*, const wxChar*) override {}
 };
 
 /// wxWidgets from its first need to the unloading of the library.

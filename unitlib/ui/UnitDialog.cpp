@@ -22,6 +22,8 @@ wxFont DialogFont() {
   return Font;
 }
 
+constinit TUnitDialog* Innermost = nullptr;
+
 /// Every control below a window that the keyboard can reach, in the order of creation.
 void CollectTabStops(const wxWindow& Parent, std::vector<wxWindow*>& Stops) {
   for (wxWindow* const Child : Parent.GetChildren()) {
@@ -82,6 +84,11 @@ void TUnitDialog::MoveFocus(wxWindow* From, bool Backward) {
 }
 
 int TUnitDialog::RunModal() {
+  struct TMark {
+    TUnitDialog* const Outer = Innermost;
+    explicit TMark(TUnitDialog* Dialog) { Innermost = Dialog; }
+    ~TMark() { Innermost = Outer; }
+  } const Mark(this);
   if (FFirst) {
     FFirst->SetFocus();
     CallAfter(
@@ -90,6 +97,10 @@ int TUnitDialog::RunModal() {
   const int Result = FError ? wxID_ABORT : ShowModal();
   if (FError) std::rethrow_exception(std::exchange(FError, nullptr));
   return Result;
+}
+
+TUnitDialog* TUnitDialog::Running() noexcept {
+  return Innermost;
 }
 
 TUnitDialog* TUnitDialog::Of(wxWindow* Control) {

@@ -29,6 +29,8 @@ public:
   /// errors      the first error of a handler
   int RunModal();
 
+  /// The innermost dialog that RunModal shows at present; null when there is none.
+  static TUnitDialog* Running() noexcept;
   /// The dialog of a control; null when it stands in another window.
   static TUnitDialog* Of(wxWindow* Control);
 

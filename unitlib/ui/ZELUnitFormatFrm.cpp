@@ -53,7 +53,8 @@ bool AreDigits(std::u16string_view Text) noexcept {
 bool TSystemUnitFormatFrm::Execute(int ClassifyCode, int AnchorX, int AnchorWidth, int AnchorTop) {
   StartToolkit();
   const THostWindow Host;
-  const auto Form = std::make_unique<TSystemUnitFormatFrm>(Host.Window(), ClassifyCode);
+  wxWindow* const Owner = Running() ? Running() : Host.Window();
+  const auto Form = std::make_unique<TSystemUnitFormatFrm>(Owner, ClassifyCode);
   const TPromptBoxScope Box(MethodOf<&TSystemUnitFormatFrm::ShowPromptBox>(Form.get()));
   Form->PlaceBeside(AnchorX, AnchorWidth, AnchorTop);
   if (Form->RunModal() != wxID_OK) return false;
@@ -93,24 +94,31 @@ bool TSystemUnitFormatFrm::IsValidity(std::u16string_view Text) noexcept {
   return SomeDigit && AreDigits(Whole) && AreDigits(Fraction) && Fraction.size() <= MaxDigits;
 }
 
+/// The measure, looked up anew: should the host load other settings meanwhile, that is an error and not a
+/// crash.
+TMeasure& TSystemUnitFormatFrm::Setting() const {
+  FUnitSetting = &RequiredMeasure(FClassifyCode);
+  return *FUnitSetting;
+}
+
 void TSystemUnitFormatFrm::InitFormatState() {
   InitUnitList();
   InitRoundList();
-  InitUnitCharList(FUnitSetting->CurUnitIndex);
+  InitUnitCharList(Setting().CurUnitIndex);
   ShowIncrement(SelectedUnit() ? SelectedUnit()->GetCurRound() : nullptr);
   InitCheckboxState();
 }
 
 void TSystemUnitFormatFrm::InitUnitList() {
-  Fill(*cbbUnit, FUnitSetting->GetUnitDescriptionArray(), FUnitSetting->CurUnitIndex);
+  Fill(*cbbUnit, Setting().GetUnitDescriptionArray(), Setting().CurUnitIndex);
 }
 
 void TSystemUnitFormatFrm::InitRoundList() {
-  UpdateSheruList(FUnitSetting->CurUnitIndex);
+  UpdateSheruList(Setting().CurUnitIndex);
 }
 
 void TSystemUnitFormatFrm::InitUnitCharList(int UnitIndex) {
-  const TUnit* const Unit = FUnitSetting->UnitContainer.Find(UnitIndex);
+  const TUnit* const Unit = Setting().UnitContainer.Find(UnitIndex);
   if (Unit)
     Fill(*cbbUnitCharacter, Unit->GetUnitSymbolDescriptionArray(), Unit->CurUnitSymbolIndex);
   else
@@ -119,7 +127,7 @@ void TSystemUnitFormatFrm::InitUnitCharList(int UnitIndex) {
 }
 
 void TSystemUnitFormatFrm::UpdateSheruList(int UnitIndex) {
-  const TUnit* const Unit = FUnitSetting->UnitContainer.Find(UnitIndex);
+  const TUnit* const Unit = Setting().UnitContainer.Find(UnitIndex);
   if (Unit)
     Fill(*cbbsheru, Unit->GetRoundDescriptionArray(), Unit->CurRoundIndex);
   else
@@ -127,7 +135,7 @@ void TSystemUnitFormatFrm::UpdateSheruList(int UnitIndex) {
 }
 
 void TSystemUnitFormatFrm::InitCheckboxState() {
-  const TUnit* const Unit = FUnitSetting->UnitContainer.Find(FUnitSetting->CurUnitIndex);
+  const TUnit* const Unit = Setting().UnitContainer.Find(Setting().CurUnitIndex);
   for (const TSwitch& S : Switches()) {
     S.Box->Enable(Unit && (Unit->*S.Setting).Enable);
     S.Box->SetValue(Unit && (Unit->*S.Setting).Checked);
@@ -149,13 +157,13 @@ void TSystemUnitFormatFrm::ShowIncrement(const TRound* Round) {
 }
 
 void TSystemUnitFormatFrm::SaveSystemUnitState() {
-  TMeasureBackup Backup(*FUnitSetting, SelectedUnit(), SelectedRound());
+  TMeasureBackup Backup(Setting(), SelectedUnit(), SelectedRound());
   StoreState();
   Backup.Drop();
 }
 
 void TSystemUnitFormatFrm::StoreState() {
-  FUnitSetting->CurUnitIndex = cbbUnit->GetSelection();
+  Setting().CurUnitIndex = cbbUnit->GetSelection();
   TUnit* const Unit = SelectedUnit();
   if (!Unit) return; // a measure that had no unit, and still has none
   for (const TSwitch& S : Switches()) {
@@ -176,8 +184,8 @@ void TSystemUnitFormatFrm::UpdateUnitDesc() {
 }
 
 void TSystemUnitFormatFrm::TransfromDataValue() {
-  FUnitSetting->ExampleDisplayValue = TMeasureDataManager::StoreToDisplay(
-      FClassifyCode, StrToFloat(FUnitSetting->ExampleValue), BaseScale, false, false, false, false, false);
+  Setting().ExampleDisplayValue = TMeasureDataManager::StoreToDisplay(
+      FClassifyCode, StrToFloat(Setting().ExampleValue), BaseScale, false, false, false, false, false);
 }
 
 void TSystemUnitFormatFrm::cbbUnitChange() {
@@ -283,7 +291,7 @@ bool TSystemUnitFormatFrm::IncrementFails() const {
 }
 
 TUnit* TSystemUnitFormatFrm::SelectedUnit() const {
-  return FUnitSetting->UnitContainer.Find(cbbUnit->GetSelection());
+  return Setting().UnitContainer.Find(cbbUnit->GetSelection());
 }
 
 TRound* TSystemUnitFormatFrm::SelectedRound() const {

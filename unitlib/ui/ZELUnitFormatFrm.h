@@ -99,13 +99,14 @@ private:
   void ShowIncrement(const TRound* Round);
   std::u16string IncrementText() const;
   bool IncrementFails() const;
+  TMeasure& Setting() const;
   TUnit* SelectedUnit() const;
   TRound* SelectedRound() const;
   std::vector<TSwitch> Switches() const;
   void PlaceBeside(int AnchorX, int AnchorWidth, int AnchorTop);
 
   int FClassifyCode;
-  TMeasure* FUnitSetting; // of the current configuration, not owned
+  mutable TMeasure* FUnitSetting; // of the current configuration, not owned; see Setting
   bool FPrompting = false;
   bool FExitPending = false; // the edit has lost the focus, its text is not tested yet
 };

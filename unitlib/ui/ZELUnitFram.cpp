@@ -24,6 +24,7 @@ constexpr int TopHeight = 41;
 constexpr int MiddleHeight = 280;
 constexpr int BottomHeight = ClientHeight - TopHeight - MiddleHeight;
 constexpr int RowHeight = 24;
+constexpr int FrameHeight = 60;          // kept free for title bar and borders when the screen is low
 constexpr int MaxDescriptionWidth = 320; // a longer one is shown with an ellipsis and a tip
 
 wxString ButtonName(int ClassifyCode) {
@@ -206,26 +207,34 @@ void TSystemUnitFram::SetCaption(TMeasureButton& Button, const TMeasure& Measure
 /// Column 0 takes what the descriptions need, column 1 the rest, or more when a caption needs it: a cut
 /// number would be misread. The form never shrinks while it is open.
 void TSystemUnitFram::ComputeSizes() {
-  int Description = FScale(ClientWidth) / 2, Caption = FScale(ClientWidth) / 4, Height = FScale(RowHeight);
+  const int Half = FScale(ClientWidth) / 2;
+  int Description = Half, Caption = Half, RowNeeds = FScale(RowHeight);
   for (int Row = 1; Row < sgGridUnit->RowCount(); ++Row)
     Description = std::max(Description, sgGridUnit->GetTextExtent(sgGridUnit->Cell(0, Row)).x + FScale(8));
   Description = std::min(Description, FScale(MaxDescriptionWidth));
   for (const TMeasureButton* const Button : FButtons) {
     Caption = std::max(Caption, Button->GetBestSize().x);
-    Height = std::max(Height, Button->GetBestSize().y);
+    RowNeeds = std::max(RowNeeds, Button->GetBestSize().y);
   }
   const wxRect Screen = wxDisplay(wxGetTopLevelParent(this)).GetClientArea();
   FWidth = std::max({FWidth, FScale(ClientWidth), FTopPlacing->Needed().x, FBottomPlacing->Needed().x,
                      std::min(Description + Caption, Screen.width - FScale(20))});
-
-  // As many rows can be seen as the design shows, whatever a row needs here; the grid scrolls to the others.
-  const int ShownHeight = FScale(MiddleHeight) * Height / FScale(RowHeight);
-  sgGridUnit->SetRowHeight(Height);
-  FMiddleHeight =
-      std::max({FMiddleHeight, FScale(MiddleHeight), std::min(sgGridUnit->FullHeight(), ShownHeight)});
+  sgGridUnit->SetRowHeight(RowNeeds);
   sgGridUnit->SetColWidths({Description, FWidth - Description});
+  ComputeMiddleHeight(Screen.height);
   for (TMeasureButton* const Button : FButtons)
     Button->SetToolTip(Button->GetBestSize().x > FWidth - Description ? Button->GetLabelText() : wxString());
+}
+
+/// As many rows can be seen as the design shows, whatever a row needs here, and as the screen has room for;
+/// the grid scrolls to the others.
+void TSystemUnitFram::ComputeMiddleHeight(int ScreenHeight) {
+  const int Row = sgGridUnit->RowHeight();
+  const int Shown = FScale(MiddleHeight) * Row / FScale(RowHeight);
+  const int Room = ScreenHeight - FTopPlacing->Needed().y - FBottomPlacing->Needed().y - FScale(FrameHeight);
+  const int Wanted =
+      std::max({FMiddleHeight, FScale(MiddleHeight), std::min(sgGridUnit->FullHeight(), Shown)});
+  FMiddleHeight = std::min(Wanted, std::max(Room, 3 * Row));
 }
 
 wxSize TSystemUnitFram::NeededSize() const {

@@ -81,6 +81,7 @@ private:
   void RefreshCaption(const TMeasure& Measure);
   void SetCaption(TMeasureButton& Button, const TMeasure& Measure);
   void ComputeSizes();
+  void ComputeMiddleHeight(int ScreenHeight);
   void PlacePanels();
   void Fit();
 
