@@ -1,0 +1,42 @@
+/// The grid of a schedule: shows and edits the items of a project, and follows the project's units.
+#pragma once
+
+#include "apps/takeoff/ScheduleTable.h"
+
+namespace unitlib::takeoff {
+
+/// A listener on both lists of the refresh manager: before units change it commits the cell being edited,
+/// after the change it draws anew.
+class TScheduleGrid final : public wxGrid {
+public:
+  explicit TScheduleGrid(wxWindow* Parent);
+  ~TScheduleGrid() override;
+
+  /// What became of an edit.
+  std::function<void(const TScheduleTable::TEdit&)> OnEdit;
+
+  /// Shows a project (borrowed; null: none).
+  void SetProject(TProject* Project);
+  /// After rows were added to or taken from the project.
+  void RowsChanged();
+  /// Ends editing as Enter does. False: the text was refused.
+  bool CommitEdit();
+  /// The rows of all selected cells, else the cursor's.
+  std::vector<std::size_t> ChosenRows() const;
+  void GoTo(std::size_t Row, TColumn Column);
+
+  /// Listeners.
+  void BeforeUnitChange() { CommitEdit(); }
+  void RefreshUnit();
+
+private:
+  void SetUpColumns();
+  void SetUpMeasures();
+  void HandleEdit(const TScheduleTable::TEdit& Edit);
+
+  TScheduleTable* FTable; // owned by the grid
+  int FRows = 0;          // that the grid knows of
+  bool FRefused = false;  // the last edit was
+};
+
+} // namespace unitlib::takeoff
