@@ -1,6 +1,7 @@
 /// The border between C and C++: every exported function runs its body here, and nothing gets past it.
 #pragma once
 
+#include "unitlib/capi/FloatState.h"
 #include "unitlib/capi/LastError.h"
 
 #include <cstdint>
@@ -27,8 +28,10 @@ ul_status KeepException(int32_t Item = -1) noexcept;
 /// Keeps a failure that was no exception and gives its status.
 ul_status KeepFailure(TFailure Failure) noexcept;
 
-/// Runs the body of an exported function, which returns a status or nothing (then UL_OK).
+/// Runs the body of an exported function, which returns a status or nothing (then UL_OK), in the usual
+/// floating-point state.
 template <class TBody> ul_status Call(TBody Body) noexcept {
+  const TFloatScope Scope;
   try {
     if constexpr (std::is_void_v<decltype(Body())>) {
       Body();

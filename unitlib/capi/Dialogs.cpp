@@ -14,12 +14,16 @@ using TLockFunction16 = ul_lock_file;
 using TLockFunction8 = ul_lock_file_u8;
 
 int32_t CallLock(TLockFunction16 Function, void* Context, const std::u16string& File, bool Lock) {
-  return Function(Context, File.c_str(), CheckedLength(File.size()), Lock);
+  const int32_t Length = CheckedLength(File.size());
+  const THostFloatScope Scope;
+  return Function(Context, File.c_str(), Length, Lock);
 }
 
 int32_t CallLock(TLockFunction8 Function, void* Context, const std::u16string& File, bool Lock) {
   const std::string Name = ToUtf8(File);
-  return Function(Context, Name.c_str(), CheckedLength(Name.size()), Lock);
+  const int32_t Length = CheckedLength(Name.size());
+  const THostFloatScope Scope;
+  return Function(Context, Name.c_str(), Length, Lock);
 }
 
 /// The host's callbacks during one call; notes what the dialog has come to.
@@ -30,7 +34,9 @@ public:
 
   void OK() {
     FOutcome = UL_DIALOG_OK;
-    if (FOnOK) FOnOK(FOKContext);
+    if (!FOnOK) return;
+    const THostFloatScope Scope;
+    FOnOK(FOKContext);
   }
 
   bool Lock(std::u16string_view File, bool ALock) {

@@ -10,12 +10,23 @@ TUnitRefreshManager& Manager() {
   throw TFailure{UL_ERROR_NOT_AVAILABLE, u"The library is being unloaded"};
 }
 
+/// A listener runs with the host's floating-point state.
+void CallListener(const TMethod& Self) {
+  const THostFloatScope Scope;
+  reinterpret_cast<ul_callback>(const_cast<void*>(Self.Code))(Self.Data);
+}
+
+THRXRefreshUnit Wrap(ul_callback Listener, void* Context) {
+  return THRXRefreshUnit(
+      TMethod{Context, reinterpret_cast<const void*>(Listener), reinterpret_cast<void (*)()>(&CallListener)});
+}
+
 using TOperation = void (TUnitRefreshManager::*)(const THRXRefreshUnit&);
 
 ul_status Change(TOperation Operation, ul_callback Listener, void* Context) {
   return Call([&] {
     if (!Listener) FailArgument(u"A listener is null");
-    (Manager().*Operation)(THRXRefreshUnit::OfFunction(Listener, Context));
+    (Manager().*Operation)(Wrap(Listener, Context));
   });
 }
 
