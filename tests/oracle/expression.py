@@ -1,7 +1,7 @@
 """Expression engine of the slow second implementation: reading, evaluating, writing.
 
 Messages: where one text holds several errors any of their messages may be the last, so every
-message that the letter produces on its way is kept in a list.
+message that comes up on the way is kept in a list.
 """
 
 import facade
@@ -192,7 +192,7 @@ class Parser:
         return node.kind == NUM and not node.block and node.value in ("", "-")
 
     def parse_lazily(self):
-        """The letter; a missing operand is reported at the end."""
+        """A missing operand is reported at the end, when nothing else was wrong."""
         wrong = False
         root = self.get_node()
         if self.failed:
