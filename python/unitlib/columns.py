@@ -66,7 +66,7 @@ def show(measure: int, values: Iterable[float | None], scale: int, flags: int, e
     """Texts of stored values."""
     _require_mode(errors)
     present = _Present(values)
-    numbers = array.array("d", present.items)  # type: ignore[arg-type]
+    numbers = array.array("d", present.items)  # type: ignore[type-var]
     count = len(numbers)
     source = (c_double * count).from_buffer(numbers) if count else (c_double * 0)()
     offsets, statuses, needed = _ints(count + 1), _ints(count), c_int32()

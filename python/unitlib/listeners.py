@@ -87,7 +87,10 @@ def project_units_dialog(path: str | os.PathLike[str] | None = None, config_type
     of the file.
     """
     data = b"" if path is None else os.fspath(path).encode("utf-8")
-    ok = CALLBACK(lambda _context: _guarded(on_ok)) if on_ok else CALLBACK()
+
+    def ok(_context: object) -> None:
+        if on_ok:
+            _guarded(on_ok)
 
     def lock(_context: object, name: bytes, length: int, locked: int) -> int:
         if lock_file:
@@ -95,5 +98,5 @@ def project_units_dialog(path: str | os.PathLike[str] | None = None, config_type
         return 1
 
     outcome = c_int32()
-    _fire("ul_project_units_dialog_u8", config_type, data, len(data), ok, None, LOCK_FILE(lock), None, byref(outcome))
+    _fire("ul_project_units_dialog_u8", config_type, data, len(data), CALLBACK(ok), None, LOCK_FILE(lock), None, byref(outcome))
     return {1: True, 2: False}.get(outcome.value)

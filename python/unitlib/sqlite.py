@@ -12,8 +12,11 @@ from __future__ import annotations
 
 import sqlite3
 from collections.abc import Callable
+from typing import Optional, TypeVar
 
 from . import format_value, parse_value
+
+_Result = TypeVar("_Result", Optional[str], Optional[float])
 
 
 def register(connection: sqlite3.Connection, report: Callable[[Exception], None] | None = None) -> None:
@@ -22,8 +25,8 @@ def register(connection: sqlite3.Connection, report: Callable[[Exception], None]
     They read the settings at each row, so none is deterministic: no index can be built on them.
     """
 
-    def told(function: Callable[..., object]) -> Callable[..., object]:
-        def wrapped(*arguments: object) -> object:
+    def told(function: Callable[..., _Result]) -> Callable[..., _Result]:
+        def wrapped(*arguments: object) -> _Result:
             try:
                 return function(*arguments)
             except Exception as problem:
