@@ -225,8 +225,11 @@ void TVariableSide::Join(const TNode& Op, TVariableSide Right) {
   FPos = Op.FPos;
   const bool Regroup = IsTerm(Op) && (FOffset || Right.FOffset || FIsNegative || Right.FIsNegative);
   if (!Regroup) return Keep(Op, ToNode(), Right.ToNode());
-  if (Op.FValue == u"-") Right.Negate();
   std::unique_ptr<TNode> Offset = TakeOffset(), RightOffset = Right.TakeOffset();
+  if (Op.FValue == u"-") {
+    Right.FIsNegative = !Right.FIsNegative;
+    if (RightOffset) RightOffset = Negated(std::move(RightOffset));
+  }
   // Both signs go into the operator, or before both sides.
   if (FIsNegative && !Right.FIsNegative) std::swap(*this, Right);
   const bool BothNegative = FIsNegative;
