@@ -3,38 +3,52 @@
  * This header is all that a host needs; it is C99, and C++ reads it as well. The library is one file with
  * nothing but the functions below exported: unitlib.dll on Windows (dialogs included), libunitlib_c.so.0 on
  * Linux (without the dialogs, so without a window toolkit) or libunitlib_c_ui.so.0 (the same functions, with
- * the dialogs). A process uses one of the three.
+ * the dialogs). A process uses one of them.
  *
  *   char text[64];
- *   ul_set_exe_path_u8("/opt/host", UL_TO_NUL);                         // where "UnitConfig.xml" lies
- *   ul_initial_unit_system_u8(NULL, 0, UL_US_IMPERIAL, 0);              // load it
- *   ul_store_to_display_u8(0, 1676.4, UL_BASE_SCALE, 0, text, 64, NULL);    // 5' 6"
+ *   ul_initial_unit_system_u8("project.xml", UL_TO_NUL, UL_US_IMPERIAL, 0);
+ *   ul_store_to_display_u8(0, 1676.4, UL_BASE_SCALE, 0, text, 64, NULL);       // 5' 6"
  *
  * RULES OF EVERY FUNCTION
  *
- * Status      Every function returns a ul_status. UL_OK is 0; after any other status ul_last_error tells
- * more. No exception leaves the library and no argument crashes it, except a pointer that is neither null nor
- * valid. Results     come through pointers. They are written only when the status is UL_OK (or
- * UL_ITEMS_FAILED); after any other status they are as they were, except *needed (see below). A null result
- *             pointer is UL_ERROR_ARGUMENT unless the function says that it may be null.
- * Text in     a pointer and a length in units (16-bit units of UTF-16, bytes of UTF-8), or UL_TO_NUL (-1) for
- * a text that ends with a zero. A null pointer is the empty text with length 0, and else UL_ERROR_ARGUMENT.
- * The library keeps no pointer past the call. UTF-8 that is not well-formed is UL_ERROR_ENCODING; a lone
- * surrogate in UTF-16 is taken as a character that matches nothing. Text out    the caller's buffer, its
- * capacity in units, and *needed, which receives the units that the buffer must hold, the closing zero
- * included; needed may be null. A result is always closed with a zero, so the length of the text is *needed
- * - 1. When the capacity does not suffice the status is UL_BUFFER_TOO_SMALL and not one unit is written; a
- * null buffer with capacity 0 asks for the size. After another failure *needed is 0. Buffers may overlap the
- * texts handed in. UTF-8       A function with texts has a twin with the ending _u8 that takes and gives
- * UTF-8 and is the same in all else. Only the UTF-16 form is described. Booleans    are int32_t: 0 is no,
- * anything else handed in is yes, and yes handed out is 1. Positions   in lists count from 0. There are no
- * handles: an item of the settings is named by its position, which after another load may name another item
- * or none (UL_ERROR_INDEX), never memory that is gone. Numbers     are IEEE doubles; number texts have "."
- * whatever the locale. Threads     The library has none of its own and locks nothing: the settings are one
- * per process. Conversions, expressions and readers may run on several threads at once as long as nobody
- * loads, frees or changes settings, folders, parsers or listeners meanwhile. ul_last_error answers for the
- * calling thread. Binary      Names are undecorated, the calling convention is C's (cdecl on x86), sizes are
- * those of the fixed-size types, and the structures stay as they are: what is new comes as a new function.
+ * Status     Every function returns a ul_status. UL_OK is 0; after any other status ul_last_error tells more.
+ *            No exception leaves the library and no argument crashes it, except a pointer that is neither
+ *            null nor valid.
+ *
+ * Results    come through pointers. They are written only when the status is UL_OK (or UL_ITEMS_FAILED);
+ *            after any other status they are as they were, except *needed (see Text out). A null result
+ *            pointer is UL_ERROR_ARGUMENT unless the function says that it may be null.
+ *
+ * Text in    is a pointer and a length in units (16-bit units of UTF-16, bytes of UTF-8), or UL_TO_NUL (-1)
+ *            for a text that ends with a zero. A null pointer is the empty text with length 0, and else
+ *            UL_ERROR_ARGUMENT. The library keeps no pointer past the call. UTF-8 that is not well-formed is
+ *            UL_ERROR_ENCODING; a lone surrogate in UTF-16 is taken as a character that matches nothing.
+ *
+ * Text out   goes into the caller's buffer. *needed receives the units that the buffer must hold, the closing
+ *            zero included; needed may be null. A result always ends with a zero, so the length of the text
+ *            is *needed - 1. When the capacity does not suffice, the status is UL_BUFFER_TOO_SMALL and not
+ *            one unit is written; a null buffer with capacity 0 asks for the size. After another failure
+ *            *needed is 0. Buffers may overlap the texts handed in.
+ *
+ * UTF-8      A function with texts has a twin with the ending _u8 that takes and gives UTF-8 and is the same
+ *            in all else. Only the UTF-16 form is described.
+ *
+ * Booleans   are int32_t: 0 is no, anything else handed in is yes, and yes handed out is 1.
+ *
+ * Positions  in lists count from 0. There are no handles: an item of the settings is named by its position,
+ *            which after another load may name another item or none (UL_ERROR_INDEX), never freed memory.
+ *
+ * Numbers    are IEEE doubles; number texts have "." whatever the locale. Results do not depend on the host's
+ *            floating-point state (precision, rounding, traps), which every call leaves as it was; callbacks
+ *            run in the host's own.
+ *
+ * Threads    The library has none of its own and locks nothing: the settings are one per process.
+ *            Conversions, expressions and readers may run on several threads at once as long as nobody loads,
+ *            frees or changes settings, folders, parsers or listeners meanwhile. ul_last_error answers for
+ *            the calling thread.
+ *
+ * Binary     Names are undecorated, the calling convention is C's (cdecl on x86), sizes are those of the
+ *            fixed-size types, and structures stay as they are: what is new comes as a new function.
  */
 #ifndef UNITLIB_H
 #define UNITLIB_H
@@ -213,11 +227,13 @@ UL_API ul_status UL_CALL ul_set_common_documents_path_u8(const char* path, int32
 
 /* ---- Conversions --------------------------------------------------------------------------------------- */
 
-/* measure     the classify code of a measure of the current configuration; in the default file 0 length, 7
- *             length (calculation result), 3 elevation, 1 area, 2 volume, 6 mass, 4 density, 5 volume per
- * length. An unknown one is UL_ERROR_INDEX, and so is a measure that has no current unit. scale       the
- * store unit of the value, UL_BASE_SCALE for most errors of every conversion: UL_ERROR_NOT_LOADED;
- * UL_ERROR_INDEX; UL_ERROR_CONVERT when no parser is registered for the measure's current unit. */
+/* measure  the classify code of a measure of the current configuration; in the default file 0 length,
+ *          7 length (calculation result), 3 elevation, 1 area, 2 volume, 6 mass, 4 density, 5 volume per
+ *          length. An unknown one is UL_ERROR_INDEX, and so is a measure that has no current unit.
+ * scale    the store unit of the value, UL_BASE_SCALE for most.
+ * errors of every conversion:
+ *          UL_ERROR_NOT_LOADED; UL_ERROR_INDEX; UL_ERROR_CONVERT when no parser is registered for the
+ *          measure's current unit. */
 
 /* StoreToDisplay: text of a stored value in the measure's current unit, as its settings say. Values within
  * 1E-12 of zero are shown as 0. Measure UL_NO_MEASURE: the number itself, with five decimals when it has more
@@ -290,15 +306,15 @@ UL_API ul_status UL_CALL ul_get_display_value_u8(const char* text, int32_t lengt
 
 /* ---- Columns: many values in one call ------------------------------------------------------------------ */
 
-/* A column of texts is one buffer that holds the texts one behind the other, without closing zeros, and
- * offsets, an array of count + 1 positions in it: text i is the units from offsets[i] up to offsets[i + 1].
- *             offsets[0] may be other than 0; an offset that is negative or below the one before it is
- *             UL_ERROR_ARGUMENT.
- * statuses    an array of count statuses, one per item, or null. An item that fails does not end the call: it
- *             has its status there and an empty text or, as a value, NaN; the call returns UL_ITEMS_FAILED,
- * and ul_last_error tells about the first failed item. With statuses null the call returns the status of the
- * first failed item instead and writes nothing. count       0 is fine (offsets[0] is then all that is
- * written), a negative one UL_ERROR_ARGUMENT. */
+/* texts    A column of texts is one buffer that holds them one behind the other, without closing zeros.
+ * offsets  count + 1 positions in that buffer: text i is the units from offsets[i] up to offsets[i + 1].
+ *          offsets[0] may be other than 0; an offset that is negative or below the one before it is
+ *          UL_ERROR_ARGUMENT.
+ * statuses one per item, or null. An item that fails does not end the call: it has its status there and an
+ *          empty text or, as a value, NaN; the call returns UL_ITEMS_FAILED, and ul_last_error tells about
+ *          the first failed item. With statuses null, the call returns the status of the first failed item
+ *          instead and writes nothing.
+ * count    0 is fine (offsets[0] is then all that is written), a negative one UL_ERROR_ARGUMENT. */
 
 /* ul_store_to_display for every value. *needed: units of all the texts (no closing zeros here), also when the
  * buffer is too small, in which case nothing is written, offsets and statuses neither. */
@@ -377,8 +393,8 @@ UL_API ul_status UL_CALL ul_check_elev_edit_value_u8(const char* text, int32_t l
 
 /* The settings are a tree: configurations, their measures, the units of a measure, the rounds and symbols of
  * a unit; and a list of digit groups. Everything below takes positions; config, unit, round, symbol and group
- * may be UL_CURRENT. ul_find_measure turns a classify code into a position. errors of all:
- * UL_ERROR_NOT_LOADED; UL_ERROR_INDEX a position outside its list, nothing chosen. */
+ * may be UL_CURRENT. ul_find_measure turns a classify code into a position.
+ * errors of all: UL_ERROR_NOT_LOADED; UL_ERROR_INDEX a position outside its list, or nothing chosen. */
 
 typedef struct ul_config_info { /* 8 bytes */
   int32_t order_index;
