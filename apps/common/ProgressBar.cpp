@@ -17,10 +17,10 @@ std::string ProgressLine(std::uint64_t Done, std::uint64_t Total, std::uint64_t 
     const double Share = std::min(1.0, static_cast<double>(Done) / static_cast<double>(Total));
     const auto Filled = static_cast<std::size_t>(Share * BarWidth);
     const std::string Percent = std::to_string(static_cast<int>(Share * 100));
-    Result = "[" + std::string(Filled, '#') + std::string(BarWidth - Filled, ' ') + "] " +
-             std::string(3 - std::min<std::size_t>(3, Percent.size()), ' ') + Percent + " %  ";
+    Result.append("[").append(Filled, '#').append(BarWidth - Filled, ' ').append("] ");
+    Result.append(3 - std::min<std::size_t>(3, Percent.size()), ' ').append(Percent).append(" %  ");
   }
-  return Result + std::to_string(Rows) + " rows";
+  return Result.append(std::to_string(Rows)).append(" rows");
 }
 
 TProgressBar::TProgressBar(std::FILE* Stream, std::uint64_t Total, bool Wanted)

@@ -55,6 +55,11 @@ CLI::Option* AddText(CLI::App& Command, const std::string& Name, std::string& Va
   return Command.add_option(Name, Value, Description)->type_name("")->transform(UnguardText);
 }
 
+CLI::Option* AddText(CLI::App& Command, const std::string& Name, std::optional<std::string>& Value,
+                     const std::string& Description) {
+  return Command.add_option(Name, Value, Description)->type_name("")->transform(UnguardText);
+}
+
 CLI::Option* AddTexts(CLI::App& Command, const std::string& Name, std::vector<std::string>& Values,
                       const std::string& Description) {
   return Command.add_option(Name, Values, Description)->type_name("")->transform(UnguardText);

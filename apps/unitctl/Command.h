@@ -72,6 +72,8 @@ CLI::App* AddCommand(CLI::App& Parent, const std::string& Name, const std::strin
 /// Adds an argument that is taken exactly as typed, whatever it begins with (see Arguments.h).
 CLI::Option* AddText(CLI::App& Command, const std::string& Name, std::string& Value,
                      const std::string& Description);
+CLI::Option* AddText(CLI::App& Command, const std::string& Name, std::optional<std::string>& Value,
+                     const std::string& Description);
 CLI::Option* AddTexts(CLI::App& Command, const std::string& Name, std::vector<std::string>& Values,
                       const std::string& Description);
 

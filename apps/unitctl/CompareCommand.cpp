@@ -20,7 +20,7 @@ using TManager = TSystemUnitDataManager;
 
 struct TCompareOptions {
   TScheduleOptions Schedule;
-  std::string Input;
+  std::optional<std::string> Input;
   bool NoSymbols = false;
 };
 
@@ -82,9 +82,7 @@ private:
 void Compare(TContext& Context, TCompareOptions& Options) {
   const TSession Session(Context);
   Options.Schedule.Format.AppendSymbol = !Options.NoSymbols;
-  const bool FromStream = Options.Input.empty() || Options.Input == "-";
-  const auto Input = FromStream ? std::make_unique<TInput>(Context.Streams.In, "standard input")
-                                : std::make_unique<TInput>(Options.Input);
+  const auto Input = OpenInput(Context, Options.Input);
   const std::string Source = Printable(Input->Name());
   TScheduleReader Reader(*Input, Source, Options.Schedule);
   TComparison Comparison(Context, Reader, Options.Schedule, Source);

@@ -14,7 +14,7 @@ namespace unitlib::app {
 namespace {
 
 struct TInitOptions {
-  std::string File;
+  std::optional<std::string> File;
   bool Force = false;
 };
 
@@ -25,27 +25,36 @@ void RequireAbsent(const std::string& Path) {
     throw ERefused(Printable(Path) + ": is there already; --force replaces it by the factory settings");
 }
 
-/// Writes the chosen system into the new file.
-void ChooseSystem(TContext& Context) {
-  TSession Session(Context);
-  Session.Choose(TSystemUnitDataManager::GetCurConfigIndex());
-  Session.Save();
+/// Position of a system of the factory settings.
+int FactorySystem(const std::string& Name) {
+  const auto Document = BuildUnitDefaultConfig();
+  const TXMLNode Systems = Document->DocumentElement().ChildByName(u"TemplateConfig");
+  std::vector<TKnownName> Known;
+  for (TXMLNode System = Systems.FirstChild(); System; System = System.NextSibling())
+    Known.push_back({static_cast<int>(Known.size()), System.AttributeText(u"Description")});
+  return FindName("unit system", Name, Known);
 }
 
 void Init(TContext& Context, const TInitOptions& Options) {
-  if (!Options.File.empty()) {
-    if (Context.SettingsFile && *Context.SettingsFile != Options.File)
-      throw ERefused("give the file once: " + Quoted(Options.File) + " or --settings " +
+  if (Options.File) {
+    if (Context.SettingsFile && *Context.SettingsFile != *Options.File)
+      throw ERefused("give the file once: " + Quoted(*Options.File) + " or --settings " +
                      Quoted(*Context.SettingsFile));
     Context.SettingsFile = Options.File;
   }
   const std::string Path = SettingsPath(Context);
+  // Everything that can be refused comes before the first write.
+  const std::optional<int> System =
+      Context.System ? std::optional(FactorySystem(*Context.System)) : std::nullopt;
   if (!Options.Force) RequireAbsent(Path);
   GenerateUnitDefaultConfigFile(FromTerminal(Path));
-  if (Context.System) ChooseSystem(Context);
+  if (System) {
+    TSession Session(Context);
+    Session.Choose(*System);
+    Session.Save();
+  }
   std::string Text = "wrote " + Printable(Path) + "\n";
-  if (!Context.System)
-    Text += "next: choose a unit system, for example  unitctl use \"US Imperial System\"\n";
+  if (!System) Text += "next: choose a unit system, for example  unitctl use \"US Imperial System\"\n";
   Context.Print(Text);
 }
 

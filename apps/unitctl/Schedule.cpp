@@ -2,7 +2,7 @@
 
 #include "apps/common/CsvWriter.h"
 #include "apps/common/NearestName.h"
-#include "apps/unitctl/Command.h"
+#include "apps/common/Platform.h"
 #include "apps/unitctl/Names.h"
 #include "unitlib/rtl/Errors.h"
 #include "unitlib/rtl/Numbers.h"
@@ -36,6 +36,15 @@ void AppendUtf8(std::string& Out, std::u16string_view Text) {
 }
 
 } // namespace
+
+std::unique_ptr<TInput> OpenInput(const TContext& Context, const std::optional<std::string>& Path) {
+  if (Path && Path->empty())
+    throw ERefused("the name of the input file is empty; \"-\" stands for standard input");
+  if (Path && *Path != "-") return std::make_unique<TInput>(*Path);
+  if (platform::IsTerminal(Context.Streams.In))
+    Context.Complain("reading rows from the keyboard; Ctrl-D ends them");
+  return std::make_unique<TInput>(Context.Streams.In, "standard input");
+}
 
 TScheduleReader::TScheduleReader(TByteSource& Source, std::string SourceName, const TScheduleOptions& Options)
     : FSourceName(std::move(SourceName)), FReader(Source) {

@@ -6,10 +6,12 @@
 #pragma once
 
 #include "apps/common/CsvReader.h"
+#include "apps/unitctl/Command.h"
 #include "apps/unitctl/FormatOptions.h"
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -38,7 +40,7 @@ struct TRowProblem {
   std::uint64_t Line = 0;
   std::string Message;
   std::string Text; // the offending cell
-  std::size_t Place = static_cast<std::size_t>(-1);
+  std::size_t Place = NoPlace;
 };
 
 /// Rows as they stand in the file, in its order.
@@ -64,6 +66,10 @@ struct TBatchResult {
   std::size_t Rows = 0;
   bool Stopped = false; // strict, and a row was bad: Csv ends before it
 };
+
+/// The schedule of that name; standard input for "-" or none.
+/// errors      EFileError; ERefused the name is empty
+std::unique_ptr<TInput> OpenInput(const TContext& Context, const std::optional<std::string>& Path);
 
 /// Reads the header, then batches of rows.
 class TScheduleReader {

@@ -21,7 +21,7 @@ constexpr std::uint64_t LongInput = std::uint64_t{4} << 20;
 
 struct TCommandOptions {
   TScheduleOptions Schedule;
-  std::string Input;
+  std::optional<std::string> Input;
   std::optional<std::string> Output;
   bool Table = false;
 };
@@ -68,14 +68,8 @@ private:
   TTable FTable;
 };
 
-std::unique_ptr<TInput> OpenInput(const TContext& Context, const std::string& Path) {
-  if (!Path.empty() && Path != "-") return std::make_unique<TInput>(Path);
-  if (platform::IsTerminal(Context.Streams.In))
-    Context.Complain("reading rows from the keyboard; Ctrl-D ends them");
-  return std::make_unique<TInput>(Context.Streams.In, "standard input");
-}
-
 std::unique_ptr<TByteSink> OpenOutput(const TContext& Context, const std::optional<std::string>& Path) {
+  if (Path && Path->empty()) throw ERefused("--output needs the name of a file");
   if (!Path || *Path == "-") return std::make_unique<TStreamOutput>(Context.Streams.Out, "standard output");
   return std::make_unique<TFileOutput>(*Path);
 }

@@ -17,7 +17,7 @@ namespace {
 using TManager = TSystemUnitDataManager;
 
 struct TShowOptions {
-  std::string Measure;
+  std::optional<std::string> Measure;
   bool Json = false;
 };
 
@@ -159,12 +159,11 @@ void ShowJson(TContext& Context, const TSession& Session) {
 
 void Show(TContext& Context, const TShowOptions& Options) {
   const TSession Session(Context);
-  if (Options.Json && !Options.Measure.empty())
-    throw ERefused("--json shows all measures; leave out MEASURE");
+  if (Options.Json && Options.Measure) throw ERefused("--json shows all measures; leave out MEASURE");
   if (Options.Json)
     ShowJson(Context, Session);
-  else if (!Options.Measure.empty())
-    ShowMeasure(Context, Options.Measure);
+  else if (Options.Measure)
+    ShowMeasure(Context, *Options.Measure);
   else
     ShowSettings(Context, Session);
 }

@@ -258,6 +258,16 @@ TEST_F(Schedule, MissingFileAndFolder) {
   EXPECT_EQ(Result.Err.find("unitctl: " + Path("docs") + ": Cannot be read: "), 0U);
 }
 
+TEST_F(Schedule, EmptyNamesAreNotStandardStreams) {
+  const TRunResult Input = RunCommand({"schedule", ""}, "measure,value\n");
+  EXPECT_EQ(Input.Status, 1);
+  EXPECT_EQ(Input.Err, "unitctl: the name of the input file is empty; \"-\" stands for standard input\n");
+  const TRunResult Output = RunCommand({"schedule", "-o", ""}, "measure,value\n");
+  EXPECT_EQ(Output.Status, 1);
+  EXPECT_EQ(Output.Err, "unitctl: --output needs the name of a file\n");
+  EXPECT_EQ(Output.Out, "");
+}
+
 TEST_F(Schedule, OutputFolderMissing) {
   const TRunResult Result = RunCommand({"schedule", "-o", Path("no/out.csv")}, "measure,value\n");
   EXPECT_EQ(Result.Status, 1);

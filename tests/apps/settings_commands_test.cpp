@@ -49,6 +49,13 @@ TEST_F(Settings, InitWithASystemChoosesIt) {
   EXPECT_EQ(FChosen, 3);
 }
 
+TEST_F(Settings, InitWithAnUnknownSystemWritesNothing) {
+  const TRunResult Result = RunCommand({"init", Path("new.xml"), "--system", "Taiwan"});
+  EXPECT_EQ(Result.Status, 1);
+  EXPECT_EQ(Result.Err, "unitctl: no unit system \"Taiwan\"; the nearest is \"Taiwan Metric System\"\n");
+  EXPECT_FALSE(Exists("new.xml"));
+}
+
 TEST_F(Settings, FactorySettingsHaveNoChoiceAndThatIsSaid) {
   OutputOf({"init", "--force"});
   const TRunResult Result = RunCommand({"format", "0", "1"});
