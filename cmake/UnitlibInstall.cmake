@@ -24,6 +24,13 @@ install(FILES ${PROJECT_SOURCE_DIR}/unitlib/ZELUnitPackage.h DESTINATION ${CMAKE
 if(TARGET unitlib_ui)
   unitlib_install(unitlib_ui ui HEADERS ui)
 endif()
+if(TARGET unitlib_capi)
+  unitlib_install(unitlib_capi capi)
+  install(FILES ${PROJECT_SOURCE_DIR}/unitlib/capi/unitlib.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT capi)
+  if(TARGET unitlib_capi_ui)
+    unitlib_install(unitlib_capi_ui capi_ui)
+  endif()
+endif()
 
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/unitlibConfig.cmake.in ${PROJECT_BINARY_DIR}/unitlibConfig.cmake
   INSTALL_DESTINATION ${UNITLIB_CMAKE_DIR})
