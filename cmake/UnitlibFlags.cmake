@@ -7,6 +7,13 @@ function(unitlib_flags)
       $<$<BOOL:${UNITLIB_WARNINGS_AS_ERRORS}>:-Werror>
       # No fused multiply-add: a double product is rounded before it is added, on every machine alike.
       -ffp-contract=off)
+    if(MINGW)
+      target_compile_options(${target} PRIVATE
+        # GCC 12 sees overlapping copies in std::string where there are none.
+        $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-restrict>
+        # No path of the building machine in what is shipped.
+        $<$<COMPILE_LANGUAGE:CXX,C>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${UNITLIB_WINDOWS_PREFIX}=.>)
+    endif()
     if(UNITLIB_SANITIZE)
       target_compile_options(${target} PRIVATE -fsanitize=${UNITLIB_SANITIZE} -fno-omit-frame-pointer
         -fno-sanitize-recover=all)

@@ -84,7 +84,7 @@ TEST(RoundToMultiple, AgreesWithRationalArithmetic) {
                                   {1, 1000}, {1, 2}, {1, 4}, {3, 10}, {1, 100000}, 7};
   std::mt19937_64 Random(20261121);
   for (int I = 0; I < 20000; ++I) {
-    const size_t S = Random() % std::size(Steps);
+    const auto S = static_cast<size_t>(Random() % std::size(Steps));
     const int Magnitude = static_cast<int>(Random() % 12);
     double Value = std::ldexp(static_cast<double>(Random() >> 11), -53) * std::pow(10.0, Magnitude);
     // Every second value lies on or beside a tie.

@@ -8,7 +8,7 @@ namespace {
 
 std::u16string PlaceText(std::u16string_view Problem, const EXmlError::TPlace& Place) {
   std::u16string Result = Place.Path;
-  if (Place.Line > 0) Result += u":" + IntToStr(Place.Line);
+  if (Place.Line > 0) Result.append(u":").append(IntToStr(Place.Line)); // GCC 12 warns of +
   if (!Result.empty()) Result += u": ";
   Result += Problem;
   if (!Place.Attribute.empty()) Result += u", attribute \"" + Place.Attribute + u"\"";

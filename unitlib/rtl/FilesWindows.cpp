@@ -7,7 +7,9 @@
 #include "unitlib/rtl/Text.h"
 
 #define WIN32_LEAN_AND_MEAN
+#ifndef NOMINMAX
 #define NOMINMAX
+#endif
 #include <windows.h>
 
 #include <shlobj.h>

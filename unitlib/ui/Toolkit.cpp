@@ -10,10 +10,12 @@
 #include <wx/toplevel.h>
 #include <wx/window.h>
 #ifdef __WXMSW__
+#include <wx/msw/private.h>
 #include <wx/nativewin.h>
 #endif
 
 #include <clocale>
+#include <vector>
 
 namespace unitlib {
 namespace {
@@ -29,6 +31,18 @@ public:
   void OnAssertFailure(const wxChar*, int, const wxChar*, const wxChar*, const wxChar*) override {}
 };
 
+#ifdef __WXMSW__
+
+/// The program or DLL that this code has been linked into.
+HINSTANCE OwnModule() {
+  HMODULE Module = nullptr;
+  ::GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<LPCWSTR>(&OwnModule), &Module);
+  return Module;
+}
+
+#endif
+
 /// wxWidgets from its first need to the unloading of the library.
 class TOwnToolkit {
 public:
@@ -38,6 +52,9 @@ public:
     if (wxTheApp) return; // the host's, or ours from an earlier dialog
     const std::string Numeric =
         std::setlocale(LC_NUMERIC, nullptr); // the toolkit takes over the user's locale
+#ifdef __WXMSW__
+    wxSetInstance(OwnModule()); // window classes and resources are not the host program's
+#endif
     wxApp::SetInstance(new TUnitApp);
     static char Name[] = "unitlib";
     static char* Arguments[] = {Name, nullptr};
@@ -84,6 +101,32 @@ void FreeUnitDialogs() noexcept {
 
 #ifdef __WXMSW__
 
+/// The look that the manifest of a DLL asks for: without this the host's own manifest decides, and a host
+/// without one has the controls of the nineties.
+TDialogLook::TDialogLook() {
+  const HINSTANCE Module = OwnModule();
+  if (Module == ::GetModuleHandleW(nullptr)) return; // the program itself, whose manifest rules already
+  std::vector<wchar_t> Path(32768);
+  if (::GetModuleFileNameW(Module, Path.data(), static_cast<DWORD>(Path.size())) == 0) return;
+  ACTCTXW Manifest{};
+  Manifest.cbSize = sizeof Manifest;
+  Manifest.dwFlags = ACTCTX_FLAG_RESOURCE_NAME_VALID | ACTCTX_FLAG_HMODULE_VALID;
+  Manifest.lpSource = Path.data();
+  Manifest.hModule = Module;
+  Manifest.lpResourceName = MAKEINTRESOURCEW(2); // where the manifest of a DLL lies
+  const HANDLE Context = ::CreateActCtxW(&Manifest);
+  if (Context == INVALID_HANDLE_VALUE) return;
+  FContext = Context;
+  ULONG_PTR Cookie = 0;
+  FActive = ::ActivateActCtx(Context, &Cookie) != FALSE;
+  FCookie = Cookie;
+}
+
+TDialogLook::~TDialogLook() {
+  if (FActive) ::DeactivateActCtx(0, FCookie);
+  if (FContext) ::ReleaseActCtx(FContext);
+}
+
 struct THostWindow::TForeign {
   explicit TForeign(HWND AHandle) : Handle(AHandle), Window(AHandle) { ::EnableWindow(Handle, FALSE); }
   ~TForeign() {
@@ -95,6 +138,9 @@ struct THostWindow::TForeign {
 };
 
 #else
+
+TDialogLook::TDialogLook() = default;
+TDialogLook::~TDialogLook() = default;
 
 struct THostWindow::TForeign {};
 

@@ -3,6 +3,7 @@
 
 #include <wx/string.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -17,6 +18,21 @@ std::u16string FromWx(const wxString& Text);
 /// Starts wxWidgets when the host has not; it then stays until the process ends or FreeUnitDialogs is called.
 /// errors      EUnitError there is no window system
 void StartToolkit();
+
+/// The look of the system's present controls, for windows made while this lives, also in a host that has not
+/// asked for it. Only Windows needs it.
+class TDialogLook {
+public:
+  TDialogLook();
+  ~TDialogLook();
+  TDialogLook(const TDialogLook&) = delete;
+  TDialogLook& operator=(const TDialogLook&) = delete;
+
+private:
+  void* FContext = nullptr;
+  uintptr_t FCookie = 0;
+  bool FActive = false;
+};
 
 /// The host's active window, as the owner of a modal dialog. A window of another toolkit is wrapped, and
 /// disabled while this object lives.

@@ -7,7 +7,6 @@
 #include "unitlib/ui/ZELUnitFram.h"
 
 #include <memory>
-#include <optional>
 
 namespace unitlib {
 namespace {
@@ -32,16 +31,19 @@ void TSystemUnitForm::Execute(TConfigueType ConfigType, std::u16string_view File
   TUnitRefreshManager* const Manager = UnitRefreshManager();
   if (Opening || (Manager && Manager->IsOnRefreshUnit())) return;
 
-  std::optional<TOpenMark> Mark(std::in_place);
-  if (Manager) Manager->RefreshBeforeUnitChange();
-  StartToolkit();
-  std::optional<THostWindow> Host(std::in_place);
-  const auto Form = std::make_unique<TSystemUnitForm>(Host->Window(), ConfigType, FileName, OnOK, LockFile);
-  const int Result = Form->RunModal();
-  if (Result == wxID_CANCEL) Form->Reload();
-  Host.reset();
-  Mark.reset(); // what the host does in its callback is its own
-  if (Result == wxID_OK) Form->FOnOK();
+  TUnitOKFunc Then;
+  {
+    const TOpenMark Mark;
+    if (Manager) Manager->RefreshBeforeUnitChange();
+    const TDialogLook Look;
+    StartToolkit();
+    const THostWindow Host; // outlives the form: it owns what it finds below it
+    const auto Form = std::make_unique<TSystemUnitForm>(Host.Window(), ConfigType, FileName, OnOK, LockFile);
+    const int Result = Form->RunModal();
+    if (Result == wxID_CANCEL) Form->Reload();
+    if (Result == wxID_OK) Then = Form->FOnOK;
+  }
+  Then(); // all is closed by now: what the host does in its callback is its own
 }
 
 TSystemUnitForm::TSystemUnitForm(wxWindow* Owner, TConfigueType ConfigType, std::u16string_view FileName,
