@@ -1,6 +1,7 @@
 #include "tests/ui/DialogDriver.h"
 
 #include <wx/app.h>
+#include <wx/filedlg.h>
 #include <wx/msgdlg.h>
 #include <wx/stopwatch.h>
 #include <wx/uiaction.h>
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <utility>
 
 namespace unitlib::test {
 
@@ -80,6 +82,8 @@ TDialogDriver::~TDialogDriver() {
 }
 
 int TDialogDriver::Enter(wxDialog* Dialog) {
+  // The system's file dialog is announced twice: as itself and as a dialog.
+  if (dynamic_cast<wxFileDialog*>(Dialog) && std::exchange(FFileDialog, Dialog) != Dialog) return wxID_NONE;
   if (auto* const Box = dynamic_cast<wxMessageDialog*>(Dialog)) {
     Boxes.push_back((Box->GetTitle() + ": " + Box->GetMessage()).utf8_string());
     if (!FShowBoxes) return wxID_OK;

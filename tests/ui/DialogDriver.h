@@ -60,6 +60,7 @@ private:
 
   std::deque<TStep> FSteps;
   bool FShowBoxes = false;
+  wxDialog* FFileDialog = nullptr; // announced last; only compared
 };
 
 } // namespace unitlib::test

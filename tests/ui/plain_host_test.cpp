@@ -9,9 +9,12 @@
 namespace unitlib {
 namespace {
 
-/// Sends keys to whatever window has the keyboard, a moment later, from outside this program.
+/// Sends keys from outside this program, once the dialog is on screen.
 void PressLater(const std::string& Keys) {
-  const std::string Command = "(sleep 1; xdotool key --delay 100 " + Keys + ") &";
+  const std::string Command =
+      "(timeout 60 xdotool search --sync --onlyvisible --name '^Project Units$' >/dev/null;"
+      " sleep 0.5; xdotool key --delay 100 " +
+      Keys + ") &";
   ASSERT_EQ(std::system(Command.c_str()), 0);
 }
 

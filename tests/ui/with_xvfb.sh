@@ -13,5 +13,5 @@ if ! read -r number <"$folder/display"; then
   exit 1
 fi
 # Nothing of the session this runs in: no theme, no accessibility bus, no settings of a user.
-DISPLAY=":$number" GDK_BACKEND=x11 NO_AT_BRIDGE=1 GTK_THEME=Adwaita XDG_CONFIG_HOME="$folder" \
+DISPLAY=":$number" GDK_BACKEND=x11 NO_AT_BRIDGE=1 GSETTINGS_BACKEND=memory GTK_THEME=Adwaita XDG_CONFIG_HOME="$folder" \
   G_MESSAGES_PREFIXED= "$@"

@@ -204,7 +204,7 @@ void TStringGrid::DrawCells() {
 }
 
 void TStringGrid::HandleKey(wxKeyEvent& Event) {
-  const int Row = RowOf(wxDynamicCast(Event.GetEventObject(), wxWindow));
+  const int Row = RowOf(dynamic_cast<wxWindow*>(Event.GetEventObject()));
   if (Row < 1 || Event.HasAnyModifiers()) return Event.Skip();
   switch (Event.GetKeyCode()) {
   case WXK_UP:

@@ -53,10 +53,10 @@ TUnitDialog::TUnitDialog(wxWindow* Owner, TUiText Caption, const wxString& Windo
 /// Alt+Down do too, instead of pressing the default button; and a focus that Tab brings there would not be
 /// known to the toolkit.
 void TUnitDialog::HandleKey(wxKeyEvent& Event) {
-  auto* const From = wxDynamicCast(Event.GetEventObject(), wxWindow);
+  auto* const From = dynamic_cast<wxWindow*>(Event.GetEventObject());
   const int Key = Event.GetKeyCode();
   const bool Plain = !Event.HasModifiers(); // Shift is none
-  if (Plain && (Key == WXK_RETURN || Key == WXK_NUMPAD_ENTER) && wxDynamicCast(From, wxChoice))
+  if (Plain && (Key == WXK_RETURN || Key == WXK_NUMPAD_ENTER) && dynamic_cast<wxChoice*>(From))
     return PressDefault();
 #ifdef __WXGTK__
   if (Plain && Key == WXK_TAB && From) return MoveFocus(From, Event.ShiftDown());
@@ -65,7 +65,7 @@ void TUnitDialog::HandleKey(wxKeyEvent& Event) {
 }
 
 void TUnitDialog::PressDefault() {
-  auto* const Button = wxDynamicCast(GetDefaultItem(), wxButton);
+  auto* const Button = dynamic_cast<wxButton*>(GetDefaultItem());
   if (!Button || !Button->IsEnabled()) return;
   wxCommandEvent Click(wxEVT_BUTTON, Button->GetId());
   Click.SetEventObject(Button);
