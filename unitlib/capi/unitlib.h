@@ -647,7 +647,8 @@ UL_API ul_status UL_CALL ul_project_units_dialog_u8(int32_t config_type, const c
                                                     int32_t* outcome);
 
 /* For a host that unloads the library while it goes on: ends what the dialog has started, on the thread that
- * opened it, before unloading. No dialog can be opened afterwards until the library is loaded again. */
+ * opened it, before unloading. Open no dialog afterwards until the library is loaded again. (On Linux the
+ * library with the dialogs stays in the process once it is loaded, as its window toolkit does.) */
 UL_API ul_status UL_CALL ul_free_dialogs(void);
 
 #ifdef __cplusplus
