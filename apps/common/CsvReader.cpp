@@ -19,11 +19,10 @@ TCsvReader::TCsvReader(TByteSource& Source, std::size_t MaxRecord) : FSource(Sou
 bool TCsvReader::Fill() {
   if (FAtEnd) return false;
   if (FEnd - FBegin > FMaxRecord)
-    throw EConvertError(u"Line " + IntToStr(static_cast<std::int64_t>(FLine)) +
-                            u": the row that starts here is larger than " +
+    throw EConvertError(u"the row that starts here is larger than " +
                             IntToStr(static_cast<std::int64_t>(FMaxRecord)) +
                             u" bytes; is a quote not closed?",
-                        u"");
+                        IntToStr(static_cast<std::int64_t>(FLine)));
   if (FBegin > 0) {
     std::memmove(FBuffer.data(), FBuffer.data() + FBegin, FEnd - FBegin);
     FEnd -= FBegin;

@@ -28,7 +28,7 @@ public:
   explicit TCsvReader(TByteSource& Source, std::size_t MaxRecord = DefaultMaxRecord);
 
   /// The next record; false at the end of the source.
-  /// errors      EFileError; EConvertError a record is larger than MaxRecord
+  /// errors      EFileError; EConvertError a record is larger than MaxRecord; Text() is its line
   bool Next(TCsvRecord& Record);
   /// The next record only when it has been read from the source already: never waits.
   bool NextBuffered(TCsvRecord& Record);

@@ -65,12 +65,20 @@ int FinishParse(CLI::App& App, const TContext& Context, const CLI::ParseError& E
   return ExitOk;
 }
 
+/// "help format" is another way to say "format --help".
+std::vector<std::string> WithoutHelpCommand(std::vector<std::string> Arguments) {
+  if (Arguments.front() != "help") return Arguments;
+  Arguments.erase(Arguments.begin());
+  Arguments.emplace_back("--help");
+  return Arguments;
+}
+
 int Parse(CLI::App& App, TContext& Context, const std::vector<std::string>& Arguments) {
   if (Arguments.empty()) {
     Context.Complain("a command is needed: unitctl --help lists them");
     return ExitError;
   }
-  std::vector<std::string> Prepared = PrepareArguments(App, Arguments);
+  std::vector<std::string> Prepared = PrepareArguments(App, WithoutHelpCommand(Arguments));
   std::reverse(Prepared.begin(), Prepared.end()); // the parser takes them from the end
   try {
     App.parse(Prepared);

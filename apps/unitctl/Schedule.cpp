@@ -49,7 +49,7 @@ std::unique_ptr<TInput> OpenInput(const TContext& Context, const std::optional<s
 TScheduleReader::TScheduleReader(TByteSource& Source, std::string SourceName, const TScheduleOptions& Options)
     : FSourceName(std::move(SourceName)), FReader(Source) {
   TCsvRecord Record;
-  if (!FReader.Next(Record) || Record.Raw.empty())
+  if (!Next(Record) || Record.Raw.empty())
     throw ERefused(FSourceName + ":1: a header row is needed, with the names of the columns");
   if (Record.Raw.starts_with("\xFF\xFE") || Record.Raw.starts_with("\xFE\xFF"))
     throw ERefused(FSourceName + ": this is UTF-16; save it as UTF-8");
@@ -63,6 +63,14 @@ TScheduleReader::TScheduleReader(TByteSource& Source, std::string SourceName, co
   FHeader.append(Record.Raw).append(",");
   AppendCsvField(FHeader, Options.DisplayColumn);
   FHeader += FLineEnd;
+}
+
+bool TScheduleReader::Next(TCsvRecord& Record) {
+  try {
+    return FReader.Next(Record);
+  } catch (const EConvertError& Error) {
+    throw ERefused(FSourceName + ":" + ToUtf8(Error.Text()) + ": " + Error.what());
+  }
 }
 
 void TScheduleReader::FindColumns(const TScheduleOptions& Options) {
@@ -92,7 +100,7 @@ void TScheduleReader::Append(TRowBatch& Batch, const TCsvRecord& Record) const {
 bool TScheduleReader::ReadBatch(TRowBatch& Batch) {
   Batch.Clear();
   TCsvRecord Record;
-  if (!FReader.Next(Record)) return false;
+  if (!Next(Record)) return false;
   Append(Batch, Record);
   while (Batch.Bytes.size() < BatchBytes && FReader.NextBuffered(Record)) Append(Batch, Record);
   return true;

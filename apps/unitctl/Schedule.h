@@ -88,6 +88,7 @@ public:
   bool ReadBatch(TRowBatch& Batch);
 
 private:
+  bool Next(TCsvRecord& Record);
   void FindColumns(const TScheduleOptions& Options);
   std::size_t FindColumn(const std::string& Name) const;
   void Append(TRowBatch& Batch, const TCsvRecord& Record) const;

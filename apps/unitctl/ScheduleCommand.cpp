@@ -68,9 +68,14 @@ private:
   TTable FTable;
 };
 
+/// Output goes to a file, not to standard output.
+bool IsFile(const std::optional<std::string>& Path) {
+  return Path && *Path != "-";
+}
+
 std::unique_ptr<TByteSink> OpenOutput(const TContext& Context, const std::optional<std::string>& Path) {
   if (Path && Path->empty()) throw ERefused("--output needs the name of a file");
-  if (!Path || *Path == "-") return std::make_unique<TStreamOutput>(Context.Streams.Out, "standard output");
+  if (!IsFile(Path)) return std::make_unique<TStreamOutput>(Context.Streams.Out, "standard output");
   return std::make_unique<TFileOutput>(*Path);
 }
 
@@ -123,23 +128,23 @@ TTotals Run(const TContext& Context, TScheduleReader& Reader, TBatchConverter& C
 void Schedule(TContext& Context, const TCommandOptions& Options) {
   const TSession Session(Context);
   TSession::System(); // chosen, or a message that says how
-  const auto Input = OpenInput(Context, Options.Input);
+  auto Input = OpenInput(Context, Options.Input);
   TScheduleReader Reader(*Input, Printable(Input->Name()), Options.Schedule);
   TBatchConverter Converter(Reader.Layout(), Options.Schedule, Reader.LineEnd());
   auto Output = OpenOutput(Context, Options.Output);
   if (Options.Table) Output = AsTable(std::move(Output), Reader, Options.Schedule);
   if (!Options.Table) Output->Write(Reader.Header());
-  const bool ToScreen = !Options.Output && platform::IsTerminal(Context.Streams.Out);
+  const bool ToScreen = !IsFile(Options.Output) && platform::IsTerminal(Context.Streams.Out);
   TProgressBar Progress(Context.Streams.Err, Input->Size(), WantsProgress(Context, *Input, ToScreen));
   const TTotals Totals = Run(Context, Reader, Converter, *Output, *Input, Progress);
   Progress.Clear();
   if (Totals.Bad > 0) Context.ExitCode = ExitBad;
   if (Totals.Stopped) {
-    Context.Complain(
-        "stopped at the first bad row" +
-        std::string(Options.Output ? "; " + Printable(*Options.Output) + " is not written" : ""));
-    return;
+    const std::string File =
+        IsFile(Options.Output) ? "; " + Printable(*Options.Output) + " is not written" : "";
+    return Context.Complain("stopped at the first bad row" + File);
   }
+  Input.reset(); // the output may take its place, and not every system replaces an open file
   Output->Commit();
   if (Totals.Bad > 0)
     Context.Complain(std::to_string(Totals.Bad) + " of " + Counted(Totals.Rows, "row") + " bad");

@@ -112,6 +112,8 @@ TEST_F(Arguments, HelpOfEachCommandHasAnExample) {
     const std::string Help = OutputOf({"elev", Command, "--help"});
     EXPECT_NE(Help.find("Example:\n  unitctl elev " + std::string(Command)), std::string::npos) << Command;
   }
+  EXPECT_EQ(OutputOf({"help", "elev", "store"}), OutputOf({"elev", "store", "--help"}));
+  EXPECT_EQ(OutputOf({"help"}), OutputOf({"--help"}));
   EXPECT_NE(OutputOf({"--help"}).find("Exit status: 0"), std::string::npos);
 }
 

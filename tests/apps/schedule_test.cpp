@@ -268,6 +268,17 @@ TEST_F(Schedule, EmptyNamesAreNotStandardStreams) {
   EXPECT_EQ(Output.Out, "");
 }
 
+TEST_F(Schedule, ARowThatDoesNotEndIsRefusedBeforeItFillsTheMemory) {
+  WriteFile("out.csv", "old");
+  const std::string Input = "measure,value\n1,1\n1,\"" + std::string(std::size_t{18} << 20, 'x');
+  const TRunResult Result = RunCommand({"schedule", "-o", Path("out.csv")}, Input);
+  EXPECT_EQ(Result.Status, 1);
+  EXPECT_EQ(Result.Err,
+            "unitctl: standard input:3: the row that starts here is larger than 16777216 bytes; is a quote "
+            "not closed?\n");
+  EXPECT_EQ(ReadFile("out.csv"), "old");
+}
+
 TEST_F(Schedule, OutputFolderMissing) {
   const TRunResult Result = RunCommand({"schedule", "-o", Path("no/out.csv")}, "measure,value\n");
   EXPECT_EQ(Result.Status, 1);
