@@ -22,6 +22,8 @@ TEST_P(MergedTree, IsSimple) {
   }
 }
 
+const std::u16string Tiny = u"0." + std::u16string(199, u'0') + u"1"; // 1E-200
+
 std::string NameOf(const testing::TestParamInfo<TRow>& Info) {
   return Info.param.Name;
 }
@@ -142,9 +144,15 @@ INSTANTIATE_TEST_SUITE_P(
         TRow{"OffsetsAndFactors", Every, u"2*(A+5)+1", "(+ (* 2 A:v) 11)"},
         TRow{"ImperialOffsetTimes", Imperial, u"(A+5')*2", "(+ (* A:v 2) 3.048:i)"},
         TRow{"OfTwoVariables", Every, u"A*B*2*3", "(* (* A:v B:v) 6)"},
-        TRow{
-            "TooSmallForOneNumber", Every, u"A/1e15/1e15/1e15/1e15/1e15/1e15/1e15/1e15/1e15/1e15",
-            "(/ (/ (/ (/ (/ (/ (/ (/ (/ (/ A:v 1e15) 1e15) 1e15) 1e15) 1e15) 1e15) 1e15) 1e15) 1e15) 1e15)"}),
+        TRow{"ZeroTimes", Every, u"A*2*0", "(* A:v 0)"}, TRow{"TimesZeroBy", Every, u"0*A/5", "(* A:v 0)"},
+        TRow{"ZeroByZero", Every, u"0*A/0", "(/ (* 0 A:v) 0)"},
+        TRow{"NumberByZeroTimes", Every, u"6/(0*A)", "(/ 6 [* 0 A:v])"},
+        // No operand is above 1E15; its reciprocal is allowed.
+        TRow{"BeyondTheLimit", Every, u"A*1e10*1e10", "(/ A:v 1E-20)"},
+        TRow{"ByBeyondTheLimit", Every, u"A/1e10/1e10", "(* A:v 1E-20)"},
+        TRow{"OffsetBeyondTheLimitOfAFactor", Every, u"(A+1e10)/1e10/1e10", "(+ (* A:v 1E-20) 1E-10)"},
+        TRow{"TooSmallForOneNumber", Every, u"A*" + Tiny + u"*" + Tiny,
+             "(* (* A:v " + ToUtf8(Tiny) + ") " + ToUtf8(Tiny) + ")"}),
     NameOf);
 
 const char* const VariableByImperial = "! var can not div or mul with imperial";

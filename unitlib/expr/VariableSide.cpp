@@ -5,6 +5,7 @@
 #include "unitlib/rtl/Numbers.h"
 
 #include <cmath>
+#include <limits>
 
 namespace unitlib {
 namespace {
@@ -48,10 +49,15 @@ std::unique_ptr<TNode> MakeNumber(double Value, std::int32_t Pos) {
   return Node;
 }
 
-/// True when a product or quotient of numbers may stand for the two: an allowed operand, and no digits lost
-/// at the small end.
-bool IsSafe(double Value, bool MayBeZero) noexcept {
-  if (Value == 0) return MayBeZero;
+/// A product, but never 0 by underflow: what is no number is not safe.
+double Product(double A, double B) noexcept {
+  const double Result = A * B;
+  return Result == 0 && A != 0 && B != 0 ? std::numeric_limits<double>::quiet_NaN() : Result;
+}
+
+/// True when one number may stand for a product or quotient of numbers: an allowed operand, and no digits
+/// lost at the small end.
+bool IsSafe(double Value) noexcept {
   return std::fabs(Value) <= LargestOperand && std::fabs(Value) >= SmallestFactor;
 }
 
@@ -183,41 +189,30 @@ bool TVariableSide::Scale(char16_t Op, std::unique_ptr<TNode>& Number, bool Numb
 
 /// The factor there is, together with one more.
 bool TVariableSide::ScaleFactor(char16_t Op, const TNode& Number, bool NumberLeft, TPiece& Result) const {
-  const TNode& Factor = *FFactor.Number;
-  const bool IsDivisor = FFactor.Op == u'/' && !FFactor.NumberLeft; // core / factor
-  const bool IsDividend = FFactor.Op == u'/' && FFactor.NumberLeft; // factor / core
-  if (IsDivisor && Factor.FDoubleValue == 0) return false;
-  if (Op == u'*') {
-    if (IsDivisor) return Quotient(Number, Factor, true, Result);
-    return Product(Factor, Number, FFactor.Op, IsDividend, Result);
-  }
-  if (!NumberLeft) {
-    if (IsDivisor) return Product(Factor, Number, u'/', false, Result);
-    return Quotient(Factor, Number, !IsDividend, Result);
-  }
-  if (IsDividend) return false; // number / (factor / core): regrouped, a core of zero would be allowed
-  return IsDivisor ? Product(Number, Factor, u'/', true, Result) : Quotient(Number, Factor, false, Result);
+  const bool CoreLeft = !(FFactor.Op == u'/' && FFactor.NumberLeft); // unset: factor / core
+  TRatio Ratio{FFactor.Number->FDoubleValue, 1};
+  if (CoreLeft && FFactor.Op == u'/') std::swap(Ratio.Times, Ratio.By);
+  // number / (factor / core) stays: regrouped, a core of zero would be allowed.
+  const bool IsDivided = Op == u'/' && NumberLeft;
+  if (Ratio.By == 0 || (IsDivided && !CoreLeft)) return false;
+  if (IsDivided) std::swap(Ratio.Times, Ratio.By);
+  double& Scaled = Op == u'/' && !NumberLeft ? Ratio.By : Ratio.Times;
+  Scaled = Product(Scaled, Number.FDoubleValue);
+  return MakeFactor(Ratio, CoreLeft && !IsDivided, Result);
 }
 
-/// core * Dividend / Divisor, or, with CoreLeft unset, Dividend / Divisor / core.
-bool TVariableSide::Quotient(const TNode& Dividend, const TNode& Divisor, bool CoreLeft,
-                             TPiece& Result) const {
-  const double P = Dividend.FDoubleValue, Q = Divisor.FDoubleValue;
-  if (Q == 0 || !IsSafe(P / Q, P == 0)) return false;
-  Result = {MakeNumber(P / Q, FPos), CoreLeft ? u'*' : u'/', !CoreLeft, false};
-  if (!CoreLeft || P == 0 || !IsSafe(Q / P, false)) return true;
-  // A third is no decimal number, but three is: divide by the reciprocal when that is the shorter one.
-  auto Reciprocal = MakeNumber(Q / P, FPos);
-  if (Reciprocal->FValue.size() < Result.Number->FValue.size())
-    Result = {std::move(Reciprocal), u'/', false, false};
-  return true;
-}
-
-bool TVariableSide::Product(const TNode& A, const TNode& B, char16_t Op, bool NumberLeft,
-                            TPiece& Result) const {
-  const double Value = A.FDoubleValue * B.FDoubleValue;
-  if (!IsSafe(Value, A.FDoubleValue == 0 || B.FDoubleValue == 0)) return false;
-  Result = {MakeNumber(Value, FPos), Op, NumberLeft, false};
+/// core * Times / By with one number, or, with CoreLeft unset, Times / By / core. A third is no decimal
+/// number, but three is, so what is a product and a quotient becomes the one whose number is shorter.
+bool TVariableSide::MakeFactor(TRatio Ratio, bool CoreLeft, TPiece& Result) const {
+  if (Ratio.By == 0) return false;
+  const double Multiplier = Ratio.Times / Ratio.By, Divisor = Ratio.By / Ratio.Times;
+  const bool CanMultiply = Ratio.Times == 0 || IsSafe(Multiplier), CanDivide = CoreLeft && IsSafe(Divisor);
+  if (!CanMultiply && !CanDivide) return false;
+  auto Times = CanMultiply ? MakeNumber(Multiplier, FPos) : nullptr;
+  auto By = CanDivide && Ratio.By != 1 ? MakeNumber(Divisor, FPos) : nullptr;
+  if (CanDivide && !Times && !By) By = MakeNumber(Divisor, FPos);
+  const bool Divide = By && (!Times || Ratio.Times == 1 || By->FValue.size() < Times->FValue.size());
+  Result = {Divide ? std::move(By) : std::move(Times), Divide || !CoreLeft ? u'/' : u'*', !CoreLeft, false};
   return true;
 }
 

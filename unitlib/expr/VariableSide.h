@@ -43,11 +43,14 @@ private:
     explicit operator bool() const noexcept { return Number != nullptr; }
   };
 
+  struct TRatio {
+    double Times, By;
+  };
+
   void Add(char16_t Op, std::unique_ptr<TNode> Number, bool NumberLeft);
   bool Scale(char16_t Op, std::unique_ptr<TNode>& Number, bool NumberLeft);
   bool ScaleFactor(char16_t Op, const TNode& Number, bool NumberLeft, TPiece& Result) const;
-  bool Quotient(const TNode& Dividend, const TNode& Divisor, bool CoreLeft, TPiece& Result) const;
-  bool Product(const TNode& A, const TNode& B, char16_t Op, bool NumberLeft, TPiece& Result) const;
+  bool MakeFactor(TRatio Ratio, bool CoreLeft, TPiece& Result) const;
   void Keep(const TNode& Op, std::unique_ptr<TNode> Left, std::unique_ptr<TNode> Right);
   std::unique_ptr<TNode> TakeOffset();
   void SetOffset(std::unique_ptr<TNode> Number);
