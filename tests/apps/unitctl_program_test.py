@@ -3,8 +3,10 @@
 Usage: unitctl_program_test.py PROGRAM SAMPLE_FOLDER
 """
 import csv
+import io
 import os
 import pty
+import random
 import shutil
 import signal
 import stat
@@ -158,6 +160,27 @@ class Program(unittest.TestCase):
         self.write("in.csv", HEADER + ROW)
         result = self.run_shell('mkfifo pipe; "$U" --settings "$S" schedule in.csv -o pipe & cat pipe; wait $!')
         self.assertEqual((result.returncode, result.stdout), (0, b"item,measure,value,display\n" + SHOWN))
+
+    # ---- another reader and writer
+
+    def test_agrees_with_another_csv_implementation(self):
+        seed = 20261121
+        source = random.Random(seed)
+        pieces = ["a", ",", '"', "'", "\n", "\r\n", " ", "é", "混"]
+        for quoting in (csv.QUOTE_MINIMAL, csv.QUOTE_ALL, csv.QUOTE_NONNUMERIC):
+            for line_end in ("\n", "\r\n"):
+                rows = [["item", "measure", "value", "note"]]
+                for _ in range(300):
+                    texts = ["".join(source.choices(pieces, k=source.randrange(8))) for _ in range(2)]
+                    rows.append([texts[0], "0", str(25.4 * source.randrange(1000)), texts[1]])
+                text = io.StringIO(newline="")
+                csv.writer(text, quoting=quoting, lineterminator=line_end).writerows(rows)
+                shown = self.run_ok("schedule", input=text.getvalue().encode()).decode()
+                read = list(csv.reader(io.StringIO(shown, newline="")))
+                self.assertEqual([row[:-1] for row in read], rows, "seed %d" % seed)
+                for row in read[1:]:
+                    inches = round(float(row[2]) / 25.4)
+                    self.assertEqual(row[-1], "%d' %d\"" % divmod(inches, 12))
 
     # ---- a terminal
 
