@@ -21,6 +21,17 @@ public:
     FUnchanged = Table.EditText(Row, Column);
     FStart = Table.StartText(Row, Column);
     DoBeginEdit(FStart);
+    Text()->SetInsertionPointEnd(); // F2 goes on with the text ...
+  }
+
+  void StartingKey(wxKeyEvent& Event) override {
+    Text()->SelectAll(); // ... a typed character replaces it
+    wxGridCellTextEditor::StartingKey(Event);
+  }
+
+  /// Ctrl and Delete is a command, not the start of an edit.
+  bool IsAcceptedKey(wxKeyEvent& Event) override {
+    return !Event.ControlDown() && wxGridCellTextEditor::IsAcceptedKey(Event);
   }
 
   bool EndEdit(int, int, const wxGrid*, const wxString&, wxString* Value) override {
@@ -51,7 +62,7 @@ TScheduleGrid::TScheduleGrid(wxWindow* Parent)
   FTable->OnEdit = [this](const TScheduleTable::TEdit& Edit) { HandleEdit(Edit); };
   SetUpColumns();
   Bind(wxEVT_GRID_SELECT_CELL, [this](wxGridEvent& Event) {
-    FTable->ForgetRefused(Event.GetRow(), Event.GetCol());
+    if (!FReturning) FTable->ForgetRefused(Event.GetRow(), Event.GetCol());
     Event.Skip();
   });
   UnitRefreshManager()->BeforeUnitChangeAttach(MethodOf<&TScheduleGrid::BeforeUnitChange>(this));
@@ -142,13 +153,18 @@ void TScheduleGrid::RefreshUnit() {
 
 void TScheduleGrid::HandleEdit(const TScheduleTable::TEdit& Edit) {
   FRefused = !Edit.Problem.empty();
-  // The key that ended editing may move the cursor on; a refused text brings it back.
-  if (FRefused)
-    CallAfter([this, Edit] {
-      if (Edit.Row < FRows) GoToCell(Edit.Row, Edit.Column);
-    });
+  if (FRefused) ReturnTo(Edit.Row, Edit.Column);
   ForceRefresh(); // the edit may show in other columns too
   if (OnEdit) OnEdit(Edit);
+}
+
+/// The key that ended editing may move the cursor on; a refused text brings it back.
+void TScheduleGrid::ReturnTo(int Row, int Column) {
+  FReturning = true;
+  CallAfter([this, Row, Column] {
+    if (Row < FRows) GoToCell(Row, Column);
+    FReturning = false;
+  });
 }
 
 } // namespace unitlib::takeoff

@@ -33,10 +33,12 @@ private:
   void SetUpColumns();
   void SetUpMeasures();
   void HandleEdit(const TScheduleTable::TEdit& Edit);
+  void ReturnTo(int Row, int Column);
 
-  TScheduleTable* FTable; // owned by the grid
-  int FRows = 0;          // that the grid knows of
-  bool FRefused = false;  // the last edit was
+  TScheduleTable* FTable;  // owned by the grid
+  int FRows = 0;           // that the grid knows of
+  bool FRefused = false;   // the last edit was
+  bool FReturning = false; // the cursor is on its way back to a refused text
 };
 
 } // namespace unitlib::takeoff
