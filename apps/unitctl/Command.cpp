@@ -38,7 +38,7 @@ std::string Quoted(std::u16string_view Text) {
   return Quoted(ToUtf8(Text));
 }
 
-std::string Counted(std::size_t Count, std::string_view Noun) {
+std::string Counted(std::uint64_t Count, std::string_view Noun) {
   return std::to_string(Count) + " " + std::string(Noun) + (Count == 1 ? "" : "s");
 }
 

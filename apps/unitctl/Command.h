@@ -3,6 +3,7 @@
 
 #include "apps/common/Utf8.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <optional>
 #include <stdexcept>
@@ -64,7 +65,7 @@ std::string Quoted(std::string_view Text);
 std::string Quoted(std::u16string_view Text);
 
 /// "1 text", "2 texts".
-std::string Counted(std::size_t Count, std::string_view Noun);
+std::string Counted(std::uint64_t Count, std::string_view Noun);
 
 /// Adds a command with a one-line description and an example for its help.
 CLI::App* AddCommand(CLI::App& Parent, const std::string& Name, const std::string& Description,
