@@ -41,7 +41,15 @@ int LastLine(const std::string& Text) {
   return std::atoi(Text.c_str() + (Begin == std::string::npos ? 0 : Begin + 1));
 }
 
-void PressAndWait(TTakeoffFrame& Frame, int Number) {
+/// A killed process may have left a key down, which would repeat into the next one for ever.
+void ReleaseKeys() {
+  wxUIActionSimulator Keys;
+  for (char Digit = '0'; Digit <= '9'; ++Digit) Keys.KeyUp(Digit);
+  Keys.KeyUp(WXK_RETURN);
+  Keys.MouseUp();
+}
+
+void TypeAndWait(TTakeoffFrame& Frame, int Number) {
   wxUIActionSimulator Keys;
   Frame.Grid().GoTo(KilledRow, ValueColumn);
   for (const char Digit : std::to_string(Number)) Keys.Char(Digit);
@@ -68,6 +76,9 @@ int KillHostWhileTyping(const std::u16string& Project, int Round) {
 }
 
 void TypeForEver(const std::u16string& Project) {
+  constexpr unsigned Patience = 30; // seconds
+  alarm(Patience);
+  ReleaseKeys();
   auto* const Frame = new TTakeoffFrame(std::nullopt);
   Frame->Open(Project);
   Frame->Show();
@@ -77,7 +88,7 @@ void TypeForEver(const std::u16string& Project) {
   // Not the number that an earlier process ended with: every edit must be a new one.
   const int First = Frame->Project()->Item(KilledRow).Value == 1 ? 2 : 1;
   for (int Number = First;; ++Number) {
-    PressAndWait(*Frame, Number);
+    TypeAndWait(*Frame, Number);
     std::printf("%d\n", Number);
     std::fflush(stdout);
   }
