@@ -30,13 +30,9 @@ int32_t Length(const std::u16string& Text) {
 }
 
 fs::path Folder() {
-  static const fs::path Made = [] {
-    std::random_device Source;
-    fs::path Path = fs::temp_directory_path() / ("unitlib-checksums-" + std::to_string(Source()));
-    fs::create_directories(Path);
-    return Path;
-  }();
-  return Made;
+  static const fs::path Own =
+      fs::temp_directory_path() / ("unitlib-checksums-" + std::to_string(std::random_device()()));
+  return Own;
 }
 
 std::u16string File(const char* Name) {
@@ -238,6 +234,7 @@ const TFamily Families[] = {
 const int FamilyCount = sizeof Families / sizeof Families[0];
 
 TSettings::TSettings() {
+  fs::create_directories(Folder());
   const std::u16string Own = File("settings.xml"), Documents = Folder().u16string();
   Must(ul_set_common_documents_path(Documents.data(), Length(Documents)), "documents folder");
   Must(ul_generate_default_config_file(Own.data(), Length(Own)), "default settings");

@@ -152,7 +152,9 @@ TEST(FilePaths, LoneSurrogatesDoNoHarm) {
   const std::u16string File = Folder.File(L"half \xD83C.xml");
   const ul_status Status = Generate(File); // the system may take such a name or not
   EXPECT_TRUE(Status == UL_OK || Status == UL_ERROR_FILE) << Status;
-  if (Status == UL_OK) EXPECT_EQ(UL_OK, Load(File));
+  if (Status == UL_OK) {
+    EXPECT_EQ(UL_OK, Load(File));
+  }
 }
 
 } // namespace

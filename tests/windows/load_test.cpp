@@ -40,6 +40,8 @@ TFloatState GetFloatState() {
   TFloatState State{};
   asm volatile("fnstcw %0" : "=m"(State.X87) : : "memory");
   asm volatile("stmxcsr %0" : "=m"(State.Sse) : : "memory");
+  State.X87 |= 0x40;   // reserved; set by some instructions and not by others
+  State.Sse &= ~0x3FU; // what has happened, not what is set
   return State;
 }
 
@@ -49,7 +51,7 @@ void SetFloatState(const TFloatState& State) {
 }
 
 TEST(Loading, LeavesTheFloatingPointStateAlone) {
-  const TFloatState Before = GetFloatState(), Host = {0x1332, 0x1900};
+  const TFloatState Before = GetFloatState(), Host = {0x1372, 0x1900};
   SetFloatState(Host); // errors interrupt: as many hosts have it
   const HMODULE Module = LoadIt();
   const TFloatState Loaded = GetFloatState();
@@ -58,9 +60,9 @@ TEST(Loading, LeavesTheFloatingPointStateAlone) {
   SetFloatState(Before);
   ASSERT_TRUE(Module && Freed);
   EXPECT_EQ(Host.X87, Loaded.X87);
-  EXPECT_EQ(Host.Sse, Loaded.Sse & ~0x3FU);
+  EXPECT_EQ(Host.Sse, Loaded.Sse);
   EXPECT_EQ(Host.X87, After.X87);
-  EXPECT_EQ(Host.Sse, After.Sse & ~0x3FU);
+  EXPECT_EQ(Host.Sse, After.Sse);
 }
 
 /// Settings in a folder of their own, and dialogs that a timer answers.
@@ -113,19 +115,21 @@ size_t PrivateKilobytes() {
   return static_cast<size_t>((Status.ullTotalVirtual - Status.ullAvailVirtual) / 1024);
 }
 
-TEST_F(Dialogs, OpenAgainEachTimeTheLibraryIsLoadedAgain) {
+TEST_F(Dialogs, OpenAgainWhenTheLibraryIsLoadedAgain) {
   size_t AfterTen = 0;
   for (int Round = 0; Round < 100; ++Round) {
     SCOPED_TRACE(Round);
     const HMODULE Module = LoadIt();
     ASSERT_TRUE(Module);
     const std::u16string File = Prepare(Module);
-    int32_t Outcome = -1;
-    FDialog = nullptr;
-    OpenAndCancel(Module, File, &Outcome);
-    EXPECT_EQ(UL_DIALOG_CANCEL, Outcome);
-    EXPECT_TRUE(FDialog) << "the dialog was on the screen";
-    EXPECT_FALSE(IsWindow(FDialog)) << "and is gone";
+    if (Round % 4 == 0) { // with a dialog, and without
+      int32_t Outcome = -1;
+      FDialog = nullptr;
+      OpenAndCancel(Module, File, &Outcome);
+      EXPECT_EQ(UL_DIALOG_CANCEL, Outcome);
+      EXPECT_TRUE(FDialog) << "the dialog was on the screen";
+      EXPECT_FALSE(IsWindow(FDialog)) << "and is gone";
+    }
     EXPECT_EQ(UL_OK, FIND(Module, ul_free_unit_system)());
     EXPECT_EQ(UL_OK, FIND(Module, ul_free_dialogs)());
     ASSERT_TRUE(FreeLibrary(Module));
@@ -152,14 +156,14 @@ TEST_F(Dialogs, KeepTheFloatingPointStateOfTheHost) {
   ASSERT_TRUE(Module);
   const std::u16string File = Prepare(Module);
   int32_t Outcome = -1;
-  const TFloatState Before = GetFloatState(), Host = {0x1332, 0x1900};
+  const TFloatState Before = GetFloatState(), Host = {0x1372, 0x1900};
   SetFloatState(Host);
   OpenAndCancel(Module, File, &Outcome);
   const TFloatState After = GetFloatState();
   SetFloatState(Before);
   EXPECT_EQ(UL_DIALOG_CANCEL, Outcome);
   EXPECT_EQ(Host.X87, After.X87);
-  EXPECT_EQ(Host.Sse, After.Sse & ~0x3FU);
+  EXPECT_EQ(Host.Sse, After.Sse);
   FIND(Module, ul_free_dialogs)();
   EXPECT_TRUE(FreeLibrary(Module));
 }
