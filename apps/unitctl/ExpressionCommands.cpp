@@ -32,18 +32,18 @@ struct TExpression {
   std::unique_ptr<TNode> Root;
 };
 
-/// The second variable of a tree, where reading an elevation ends; null when there are fewer.
-const TNode* SecondVariable(const TNode& Root) {
-  std::size_t Count = 0;
+/// The variable operands of a tree.
+std::vector<const TNode*> Variables(const TNode& Root) {
+  std::vector<const TNode*> Result;
   std::vector<const TNode*> Open = {&Root};
   while (!Open.empty()) {
     const TNode* Node = Open.back();
     Open.pop_back();
-    if (Node->FNodeType == ntNum && Node->FIsVar && ++Count == 2) return Node;
+    if (Node->FNodeType == ntNum && Node->FIsVar) Result.push_back(Node);
     if (Node->FRight) Open.push_back(Node->FRight.get());
     if (Node->FLeft) Open.push_back(Node->FLeft.get());
   }
-  return nullptr;
+  return Result;
 }
 
 std::string ElevationUnit() {
@@ -57,8 +57,8 @@ std::pair<std::string, std::int32_t> Problem(const TExpression& Expression) {
   const TParser& Parser = Expression.Parser;
   if (Parser.FHasError && !Parser.FErrMsg.empty()) return {Printable(ToUtf8(Parser.FErrMsg)), Parser.FErrPos};
   if (!Expression.Root) return {"the text is empty", -1};
-  if (const TNode* Second = SecondVariable(*Expression.Root))
-    return {"a second variable; one is allowed", Second->FPos};
+  const std::vector<const TNode*> Found = Variables(*Expression.Root);
+  if (Found.size() > 1) return {"a second variable; one is allowed", Found[1]->FPos};
   return {"a number in it is not a value of " + ElevationUnit(), Parser.FErrPos};
 }
 
@@ -129,6 +129,9 @@ void EvalOne(TContext& Context, const std::string& Typed, bool Tree) {
   const TNode& Root = *Expression.Root;
   if (Root.FNodeType == ntNum && !Root.FIsVar)
     Context.Print("value    " + ToUtf8(FloatToStr(Root.FDoubleValue)) + (Root.FIsImperial ? " m\n" : "\n"));
+  // Said, because "- 5" and "1 2" are names too.
+  for (const TNode* Variable : Variables(Root))
+    Context.Print("variable " + Printable(ToUtf8(Variable->FValue)) + "\n");
   if (!CheckElevEditValue(Expression.Text)) {
     static_cast<void>(Expression.Parser.GetStoreValue(Root)); // for its error
     return ComplainAbout(Context, Expression, Typed);

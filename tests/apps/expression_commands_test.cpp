@@ -24,7 +24,11 @@ TEST_F(Expression, EvalOfNegativeBlocks) {
 
 TEST_F(Expression, EvalWithAVariable) {
   // 5' are 1.524 m.
-  EXPECT_EQ(OutputOf({"eval", "L1+5'"}), "store    L1+1.524\ndisplay  L1+5' 0\"\n");
+  EXPECT_EQ(OutputOf({"eval", "L1+5'"}), "variable L1\nstore    L1+1.524\ndisplay  L1+5' 0\"\n");
+}
+
+TEST_F(Expression, EvalTellsWhatWasTakenForAName) {
+  EXPECT_EQ(OutputOf({"eval", "- 5"}), "variable - 5\nstore    - 5\ndisplay  - 5\n");
 }
 
 TEST_F(Expression, EvalOfSeveralNamesEach) {
