@@ -36,7 +36,10 @@ double TRandom::Value() {
     Result = static_cast<double>(Below(1000));
     break;
   default: { // any bits at all: huge, tiny, infinite, not a number
-    const uint64_t Bits = Next();
+    constexpr uint64_t Infinity = 0x7FF0000000000000, QuietBit = 0x0008000000000000;
+    uint64_t Bits = Next();
+    // Copying a signalling NaN may already interrupt a host that lets errors interrupt.
+    if ((Bits & Infinity) == Infinity) Bits |= QuietBit;
     std::memcpy(&Result, &Bits, sizeof Result);
   }
   }
