@@ -24,7 +24,8 @@ int TScheduleTable::GetNumberRows() {
 }
 
 wxString TScheduleTable::GetColLabelValue(int Column) {
-  return Labels[Column];
+  // Elevations are written without their unit, among names: the heading says it once.
+  return Labels[Column] + (Column == ElevationColumn ? ToWx(TElevationField::UnitSuffix()) : wxString());
 }
 
 wxString TScheduleTable::GetValue(int Row, int Column) {

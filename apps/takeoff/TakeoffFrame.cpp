@@ -82,7 +82,7 @@ TTakeoffFrame::TTakeoffFrame(std::optional<std::u16string> Settings)
       FOneSettings(std::move(Settings)) {
   BuildMenus();
   CreateStatusBar(2)->SetName("Status");
-  const int Widths[] = {-1, FromDIP(110)};
+  const int Widths[] = {-1, FromDIP(150)};
   SetStatusWidths(2, Widths);
   FInfo = new wxInfoBar(this);
   FGrid = new TScheduleGrid(this);

@@ -209,6 +209,13 @@ std::u16string TElevationField::EditText(std::u16string_view Stored) {
   }
 }
 
+std::u16string TElevationField::UnitSuffix() {
+  if (!MeasureProblem(ElevationMeasure).empty() || IsFractionalUnit(CurrentUnitCode(ElevationMeasure)))
+    return {};
+  const std::u16string Symbol = TMeasureDataManager::GetUnitSymbol(ElevationMeasure, true);
+  return Symbol.empty() ? Symbol : u" [" + Symbol + u"]";
+}
+
 std::u16string TElevationField::Read(std::u16string_view Typed) {
   constexpr double MmPerMetre = 1000;
   const std::u16string_view Text = TrimView(Typed);

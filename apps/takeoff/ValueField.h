@@ -44,6 +44,8 @@ public:
 
   static std::u16string Display(std::u16string_view Stored);
   static std::u16string EditText(std::u16string_view Stored);
+  /// Unit of the lengths for a heading: u" [m]"; empty for feet and inches, which carry their marks.
+  static std::u16string UnitSuffix();
   /// The stored form of a typed text: lengths in metres.
   /// errors      ERefused
   static std::u16string Read(std::u16string_view Text);

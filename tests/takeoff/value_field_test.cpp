@@ -260,8 +260,10 @@ INSTANTIATE_TEST_SUITE_P(Elevations, TElevationTest, ::testing::ValuesIn(Elevati
 TEST_F(TValueFieldTest, ShowsElevationsInProjectUnits) {
   EXPECT_EQ(TElevationField::Display(u"L1+1.524"), u"L1+5' 0\"");
   EXPECT_EQ(TElevationField::EditText(u"L1+1.524"), u"L1+5' 0\"");
+  EXPECT_EQ(TElevationField::UnitSuffix(), u"");
   UseUnit(3, 4); // metres
   EXPECT_EQ(TElevationField::Display(u"L1+1.524"), u"L1+1.524");
+  EXPECT_EQ(TElevationField::UnitSuffix(), u" [m]");
 }
 
 } // namespace
