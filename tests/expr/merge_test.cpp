@@ -206,6 +206,7 @@ INSTANTIATE_TEST_SUITE_P(
                     TTextRow{"BigFactor", Meters, u"A*1e10*1e5", "A*1E15"},
                     TTextRow{"BracketInANameStaysOutside", Meters, u"A)-5-3", "A)-8"},
                     TTextRow{"BracketInANameInside", Meters, u"5-(A-3)-B)", "! missing ( error!"},
+                    TTextRow{"BarBeforeAName", FeetAndInches, u"5* /2\"x", "! missing operator!"},
                     TTextRow{"NameThatLooksLikeInches", FeetAndInches, u"3\t/16\"x", "3/(16\"x)"},
                     TTextRow{"SameNameInMetres", Meters, u"3/16\"x", "3/16\"x"}),
     [](const auto& Info) { return Info.param.Name; });

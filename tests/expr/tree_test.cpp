@@ -99,6 +99,7 @@ INSTANTIATE_TEST_SUITE_P(
                     TRow{"NoFractionWithoutDigits", test::Imperial, u"3/ 2\"", "(/ 3 2\":i)"},
                     TRow{"NoFractionBehindAName", test::Imperial, u"A/2\"", "(/ A:v 2\":i)"},
                     TRow{"LastBarIsTheFraction", test::Imperial, u"3/4/5\"", "(/ 3 4/5\":i)"},
+                    TRow{"FractionBarBehindABlank", test::Imperial, u"5* /2\"x", "(* 5 /2\"x:v)"},
                     TRow{"NegativeFeet", test::Imperial, u"-5'", "-5':i"},
                     TRow{"NegativeFractionIsSplit", test::Imperial, u"-1/2\"", "(/ -1 2\":i)"},
                     TRow{"NegativeFractionInBlockIsSplit", test::Imperial, u"(-1/2\")", "[/ -1 2\":i]"},

@@ -83,34 +83,37 @@ public:
   TTreeWriter(TParser& Parser, TTextForm Form) : FParser(Parser), FForm(Form) {}
 
   std::u16string Write(const TNode& Root) {
-    FWaiting.push_back({&Root, Begin});
+    FWaiting.push_back({&Root, nullptr, Begin});
     while (!FWaiting.empty()) {
-      const auto [Node, State] = FWaiting.back();
+      const TStep Step = FWaiting.back();
       FWaiting.pop_back();
-      if (Node->FNodeType == ntOp)
-        WriteOperator(*Node, State);
+      if (Step.Node->FNodeType == ntOp)
+        WriteOperator(Step);
       else
-        AppendOperand(*Node, Node != &Root);
+        AppendOperand(*Step.Node, Step.Parent);
     }
     return std::move(FText);
   }
 
 private:
   enum TState { Begin, LeftWritten, BothWritten };
+  struct TStep {
+    const TNode* Node;
+    const TNode* Parent; // null for the root
+    TState State;
+  };
 
-  void WriteOperator(const TNode& Node, TState State) {
-    if (State == Begin && (FParser.FHasError || !IsWholeOperator(Node))) return;
-    if (State == BothWritten) {
+  void WriteOperator(const TStep& Step) {
+    const TNode& Node = *Step.Node;
+    if (Step.State == Begin && (FParser.FHasError || !IsWholeOperator(Node))) return;
+    if (Step.State == BothWritten) {
       if (Node.FIsBlock) Close();
       return;
     }
-    if (State == Begin && Node.FIsBlock) Open();
-    if (State == LeftWritten) {
-      FText += Node.FValue;
-      FIsSimplified = Node.FIsVar;
-    }
-    FWaiting.push_back({&Node, State == Begin ? LeftWritten : BothWritten});
-    FWaiting.push_back({State == Begin ? Node.FLeft.get() : Node.FRight.get(), Begin});
+    if (Step.State == Begin && Node.FIsBlock) Open();
+    if (Step.State == LeftWritten) FText += Node.FValue;
+    FWaiting.push_back({&Node, Step.Parent, Step.State == Begin ? LeftWritten : BothWritten});
+    FWaiting.push_back({Step.State == Begin ? Node.FLeft.get() : Node.FRight.get(), &Node, Begin});
   }
 
   void Open() {
@@ -122,26 +125,33 @@ private:
     --FOpenBrackets;
   }
 
-  void AppendOperand(const TNode& Node, bool BesideOperator) {
-    // A name such as "A)" is possible outside brackets only; inside it would end them and change the value.
-    if (FOpenBrackets > 0 && IsVariable(Node) && Node.FValue.find(u')') != std::u16string::npos)
-      FParser.SetError(NoOpeningBracketMessage, Node.FPos);
-    const std::u16string Text = WriteOperand(FParser, Node, FForm, BesideOperator);
+  void AppendOperand(const TNode& Node, const TNode* Parent) {
+    const std::u16string Text = WriteOperand(FParser, Node, FForm, Parent != nullptr);
     bool InBrackets = Node.FDoubleValue < 0;
-    KeepError(FParser, Node.FPos,
-              [&] { InBrackets = InBrackets || (FIsSimplified && WouldReadAsFraction(FText, Node)); });
+    if (Parent && Parent->FIsVar && IsVariable(Node)) // only Merge moves names to other places
+      InBrackets = CheckName(Node) || InBrackets;
     if (InBrackets)
       FText.append(u"(").append(Text).append(u")");
     else
       FText += Text;
   }
 
+  /// Refuses a name that would be read differently where it stands now. return: it needs brackets
+  bool CheckName(const TNode& Name) {
+    // "A)" inside brackets would end them; a bar belongs to a name only behind a blank, which is gone.
+    if (FOpenBrackets > 0 && Name.FValue.find(u')') != std::u16string::npos)
+      FParser.SetError(NoOpeningBracketMessage, Name.FPos);
+    if (Name.FValue.starts_with(u'/')) FParser.SetError(NoOperatorMessage, Name.FPos);
+    bool Result = false;
+    KeepError(FParser, Name.FPos, [&] { Result = WouldReadAsFraction(FText, Name); });
+    return Result;
+  }
+
   TParser& FParser;
   const TTextForm FForm;
   std::u16string FText;
   int FOpenBrackets = 0;
-  bool FIsSimplified = false; // the operator written last was put there by Merge
-  std::vector<std::pair<const TNode*, TState>> FWaiting;
+  std::vector<TStep> FWaiting;
 };
 
 } // namespace
