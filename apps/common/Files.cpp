@@ -17,8 +17,8 @@ namespace {
 
 void WriteAll(std::FILE* Stream, const std::string& Name, std::string_view Bytes) {
   errno = 0;
-  if (std::fwrite(Bytes.data(), 1, Bytes.size(), Stream) != Bytes.size() || std::fflush(Stream) != 0)
-    RaiseErrno(u"Cannot be written", Name, errno);
+  const bool Taken = Bytes.empty() || std::fwrite(Bytes.data(), 1, Bytes.size(), Stream) == Bytes.size();
+  if (!Taken || std::fflush(Stream) != 0) RaiseErrno(u"Cannot be written", Name, errno);
 }
 
 } // namespace
