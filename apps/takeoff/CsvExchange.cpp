@@ -140,7 +140,7 @@ void WriteSchedule(const TProject& Project, app::TByteSink& Sink) {
                                  ToUtf8(MeasureName(Item.Measure)),
                                  ToUtf8(TValueField(Item.Measure).Display(Item.Value)),
                                  ToUtf8(TElevationField::Display(Item.Elevation)),
-                                 ToUtf8(Item.Typed),
+                                 ToUtf8(TValueField::TypedText(Item)),
                                  std::isfinite(Item.Value) ? ToUtf8(FloatToStr(Item.Value)) : std::string()};
     app::AppendCsvRecord(Out, {std::begin(Cells), std::end(Cells)});
     Out += '\n';

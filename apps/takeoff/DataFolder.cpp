@@ -58,6 +58,12 @@ std::u16string SettingsBeside(std::u16string_view Project) {
   return fs::path(Project).replace_extension(u".units.xml").u16string();
 }
 
+std::u16string WithExtension(std::u16string_view Project) {
+  fs::path Path(Project);
+  if (!Path.has_extension()) Path.replace_extension(u".takeoff");
+  return Path.u16string();
+}
+
 std::u16string ProjectTitle(std::u16string_view Project) {
   return fs::path(Project).stem().u16string();
 }

@@ -28,6 +28,9 @@ private:
 /// The unit settings of a project are beside it: "house.takeoff" has "house.units.xml".
 std::u16string SettingsBeside(std::u16string_view Project);
 
+/// The path with the extension of projects, if it has none.
+std::u16string WithExtension(std::u16string_view Project);
+
 /// File name without folder and extension, for titles.
 std::u16string ProjectTitle(std::u16string_view Project);
 

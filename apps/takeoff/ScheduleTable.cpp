@@ -10,13 +10,6 @@ namespace {
 
 constexpr const char* Labels[ColumnCount] = {"Item", "Measure", "Value", "As typed", "Elevation"};
 
-/// The typed text; with the unit it was typed in when that is another one now.
-std::u16string TypedText(const TItem& Item) {
-  if (Item.Typed.empty() || Item.TypedIn.empty() || Item.TypedIn == CurrentUnitName(Item.Measure))
-    return Item.Typed;
-  return Item.Typed + u"  (" + Item.TypedIn + u")";
-}
-
 } // namespace
 
 int TScheduleTable::GetNumberRows() {
@@ -38,7 +31,7 @@ wxString TScheduleTable::GetValue(int Row, int Column) {
   case ValueColumn:
     return ToWx(TValueField(Shown.Measure).Display(Shown.Value));
   case TypedColumn:
-    return ToWx(TypedText(Shown));
+    return ToWx(TValueField::TypedText(Shown));
   default:
     return ToWx(TElevationField::Display(Shown.Elevation));
   }

@@ -1,7 +1,6 @@
 /// The program's lock on its settings file: while it is held, no other instance changes the file.
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 namespace unitlib::takeoff {
@@ -21,9 +20,9 @@ public:
   bool Held() const noexcept { return FHandle != None; }
 
 private:
-  static constexpr std::intptr_t None = -1;
+  static constexpr int None = -1;
   std::u16string FPath;
-  std::intptr_t FHandle = None;
+  int FHandle = None;
 };
 
 } // namespace unitlib::takeoff

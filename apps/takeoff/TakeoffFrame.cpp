@@ -87,7 +87,7 @@ TTakeoffFrame::TTakeoffFrame(std::optional<std::u16string> Settings)
   FInfo = new wxInfoBar(this);
   FGrid = new TScheduleGrid(this);
   FTotals = new TTotalsList(this);
-  FTotals->SetMinSize(FromDIP(wxSize(-1, 190)));
+  FTotals->SetMinSize(FromDIP(wxSize(-1, 215)));
   FGrid->OnEdit = [this](const TScheduleTable::TEdit& Edit) { ShowEdit(Edit); };
 
   auto* const Sizer = new wxBoxSizer(wxVERTICAL);
@@ -229,7 +229,7 @@ std::string TTakeoffFrame::AskFile(const wxString& Title, const wxString& Wildca
 void TTakeoffFrame::NewProject() {
   const std::string File = AskFile("New Project", ProjectFiles, wxFD_SAVE);
   if (File.empty() || !FGrid->CommitEdit()) return;
-  const std::u16string Path = FromUtf8(File);
+  const std::u16string Path = WithExtension(FromUtf8(File));
   TProjectStore::Create(Path);
   Open(Path);
 }
@@ -299,10 +299,9 @@ void TTakeoffFrame::AddItem() {
   TItem Item;
   Item.Name = u"New item";
   const int Row = FGrid->GetGridCursorRow();
+  if (Row >= 0) Item.Measure = FProject->Item(static_cast<std::size_t>(Row)).Measure;
   const std::vector<TMeasureChoice> Measures = UsableMeasures();
-  if (Row >= 0)
-    Item.Measure = FProject->Item(static_cast<std::size_t>(Row)).Measure;
-  else if (!Measures.empty())
+  if (!Measures.empty() && (Row < 0 || !MeasureProblem(Item.Measure).empty()))
     Item.Measure = Measures.front().Code;
   FProject->Add({Item});
   Refill();

@@ -89,6 +89,12 @@ bool TValueField::CanDisplay(double Value) const {
   }
 }
 
+std::u16string TValueField::TypedText(const TItem& Item) {
+  if (Item.Typed.empty() || Item.TypedIn.empty() || Item.TypedIn == CurrentUnitName(Item.Measure))
+    return Item.Typed;
+  return Item.Typed + u"  (" + Item.TypedIn + u")";
+}
+
 std::u16string TValueField::EditText(const TItem& Item) const {
   if (!CanDisplay(Item.Value)) return {};
   if (!Item.Typed.empty()) {

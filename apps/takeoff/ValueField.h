@@ -20,6 +20,9 @@ public:
   /// True when Display shows the value.
   bool CanDisplay(double Value) const;
 
+  /// The text an item was typed as, with the unit it was typed in when that is another one now.
+  static std::u16string TypedText(const TItem& Item);
+
   /// The text that editing starts with: the typed one as long as it still means this value (it may have been
   /// typed in other units), else the value as exactly as the unit writes it.
   std::u16string EditText(const TItem& Item) const;

@@ -9,7 +9,6 @@
 #include <wx/app.h>
 #include <wx/cmdline.h>
 #include <wx/filename.h>
-#include <wx/stdpaths.h>
 #include <wx/utils.h>
 
 #include <cstdio>
@@ -17,16 +16,12 @@
 namespace unitlib::takeoff {
 namespace {
 
-/// The user's folder for data of this program, as the platform has it.
+/// The user's folder for data of this program.
 std::u16string UserDataFolder() {
-#ifdef __WXMSW__
-  return FromWx(wxStandardPaths::Get().GetUserDataDir());
-#else
   wxString Shared;
   if (!wxGetEnv("XDG_DATA_HOME", &Shared) || !Shared.StartsWith("/"))
     Shared = wxFileName::GetHomeDir() + "/.local/share";
   return FromWx(Shared + "/takeoff");
-#endif
 }
 
 class TTakeoffApp final : public wxApp {

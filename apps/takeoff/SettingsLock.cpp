@@ -21,7 +21,7 @@ bool TSettingsLock::Take() {
 }
 
 void TSettingsLock::Release() noexcept {
-  if (Held()) close(static_cast<int>(FHandle)); // which ends the lock
+  if (Held()) close(FHandle); // which ends the lock
   FHandle = None;
 }
 
