@@ -62,7 +62,6 @@ ul_status ChangeIncrement(int32_t Config, int32_t Measure, int32_t Unit, int32_t
 } // namespace unitlib::capi
 
 using namespace unitlib::capi;
-using TManager = unitlib::TSystemUnitDataManager;
 
 ul_status UL_CALL ul_set_cur_config_index(int32_t index) {
   return Call([&] {

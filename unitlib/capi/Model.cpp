@@ -80,7 +80,6 @@ template <class C> ul_status DigitGroupText(int32_t Group, int32_t Part, TOut<C>
 } // namespace unitlib::capi
 
 using namespace unitlib::capi;
-using TManager = unitlib::TSystemUnitDataManager;
 
 ul_status UL_CALL ul_get_config_count(int32_t* count) {
   return Answer(count, [&] { return TManager::CurUseUnitConfigContainer().Count(); });
