@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <cmath>
+#include <cstdlib>
 #include <random>
 
 namespace unitlib::test {
@@ -70,7 +72,7 @@ INSTANTIATE_TEST_SUITE_P(
                     TStoreRow{"Product", Millimeters, u"A*2", u"A*2"},
                     TStoreRow{"Quotient", Millimeters, u"2/A", u"2/A"},
                     TStoreRow{"ProductAndOffset", Millimeters, u"2*A+500", u"2*A+0.5"},
-                    TStoreRow{"ProductOfASum", Millimeters, u"2*(A+500)", u"2*A+1"},
+                    TStoreRow{"ProductOfASum", Millimeters, u"2*(A+500)", u"A*2+1"},
                     TStoreRow{"Block", Millimeters, u"(A+500)", u"(A+0.5)"},
                     TStoreRow{"Feet", FeetAndInches, u"A+5'6\"", u"A+1.6764"},
                     TStoreRow{"FeetFraction", FeetAndInches, u"A-5' 6 1/2\"", u"A-1.6891"},
@@ -164,6 +166,25 @@ TEST_F(Elevation, DecimalNumberIsNoFeetAndInches) {
     EXPECT_FALSE(CheckElevEditValue(u"A+2.5"));
     EXPECT_EQ(GetElevStoreValue(u"A+2.5"), u"A+2.5");
   }
+}
+
+TEST_F(Elevation, NoLocaleLeaksIn) {
+  const std::string Old = std::setlocale(LC_ALL, nullptr);
+  // The test run under a decimal comma names its locale; elsewhere the locale of the machine serves.
+  const char* Name = std::getenv("UNITLIB_TEST_LOCALE");
+  ASSERT_NE(std::setlocale(LC_ALL, Name ? Name : ""), nullptr);
+  if (Name) {
+    ASSERT_STREQ(std::localeconv()->decimal_point, ",");
+  }
+  Use(Meters);
+  EXPECT_EQ(GetElevStoreValue(u"A+1.5-0.25"), u"A+1.25");
+  EXPECT_EQ(GetElevEditValue(u"1.5"), u"1.500");
+  EXPECT_EQ(GetElevStoreValue(u"1,5"), u"1,5"); // a name
+  Use(DecimalFeet);
+  EXPECT_EQ(GetElevStoreValue(u"2.5'"), u"0.762");
+  EXPECT_EQ(GetElevDisplayValue(u"A-0.762"), u"A-2.500");
+  EXPECT_EQ(MergedText(u"1/3+A*(5/2)"), "A*2.5+0.333333333333333");
+  std::setlocale(LC_ALL, Old.c_str());
 }
 
 // --- round trips ---

@@ -86,6 +86,9 @@ std::unique_ptr<TNode> TVariableSide::ToNode() {
 
 void TVariableSide::Apply(const TNode& Op, std::unique_ptr<TNode> Number, bool NumberLeft) {
   FPos = Op.FPos;
+  // A number before a lone variable stays there; otherwise the variable comes first where that is the same.
+  const bool IsLone = FCore->FNodeType != ntOp && !FFactor && !FOffset;
+  if (!IsLone && (Op.FValue == u"+" || Op.FValue == u"*")) NumberLeft = false;
   if (IsTerm(Op)) {
     Add(Op.FValue[0], std::move(Number), NumberLeft);
     return SetBlock(Op.FIsBlock);

@@ -87,7 +87,7 @@ public:
 
   /// Simplifies a tree: what holds no variable becomes one number; around a variable the numbers are brought
   /// together, as far as arithmetic allows, into "variable side, operator, one number":
-  ///   1000-(A+500) becomes 500-A, 2*(A+5)+1 becomes 2*A+11, -(A) becomes A*(-1)
+  ///   1000-(A+500) becomes 500-A, 2*(A+5)+1 becomes A*2+11, -(A) becomes A*(-1)
   /// No FIsNegative is left in the tree, and no variable is lost or doubled.
   void Merge(std::unique_ptr<TNode>& ANode);
   /// Marks the elevation lengths of a merged tree: a single operand, or the operands of a "+" or "-" root.
