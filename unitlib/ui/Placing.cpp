@@ -41,7 +41,7 @@ int TScale::operator()(int Pixels) const noexcept {
   return static_cast<int>(std::lround(Pixels * FFactor));
 }
 
-TPanelPlacing::TPanelPlacing(const TScale& Scale, wxSize Design, std::vector<TPlace> Places)
+TPanelPlacing::TPanelPlacing(const TScale& Scale, wxSize Design, const std::vector<TPlace>& Places)
     : FNeeded(Scale(Design.x), Scale(Design.y)), FDesignWidth(Scale(Design.x)) {
   for (const TPlace& Place : Places) {
     const wxSize Best = Place.Control->GetBestSize();

@@ -37,7 +37,7 @@ struct TPlace {
 /// grows, the others stay centred beside it, and the rows below move down, so nothing overlaps or is cut.
 class TPanelPlacing {
 public:
-  TPanelPlacing(const TScale& Scale, wxSize Design, std::vector<TPlace> Places);
+  TPanelPlacing(const TScale& Scale, wxSize Design, const std::vector<TPlace>& Places);
   wxSize Needed() const noexcept { return FNeeded; }
   /// Moves the controls, for a panel of this width.
   void Apply(int Width) const;

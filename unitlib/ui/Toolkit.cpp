@@ -50,8 +50,9 @@ public:
 
   void Start() {
     if (wxTheApp) return; // the host's, or ours from an earlier dialog
-    const std::string Numeric =
-        std::setlocale(LC_NUMERIC, nullptr); // the toolkit takes over the user's locale
+    // The toolkit takes over the user's locale. Asking for it is as unsafe on several threads as the
+    // toolkit's start itself, which belongs to the user-interface thread.
+    const std::string Numeric = std::setlocale(LC_NUMERIC, nullptr); // NOLINT(concurrency-mt-unsafe)
 #ifdef __WXMSW__
     wxSetInstance(OwnModule()); // window classes and resources are not the host program's
 #endif
@@ -60,7 +61,8 @@ public:
     static char* Arguments[] = {Name, nullptr};
     int Count = 1;
     FStarted = wxEntryStart(Count, Arguments);
-    std::setlocale(LC_NUMERIC, Numeric.c_str()); // the host's number texts stay as they were
+    // The host's number texts stay as they were.
+    std::setlocale(LC_NUMERIC, Numeric.c_str()); // NOLINT(concurrency-mt-unsafe)
     if (!FStarted || !wxTheApp->CallOnInit()) {
       Free();
       throw EUnitError(std::u16string(UiText(TUiText::NoToolkit)), u"");

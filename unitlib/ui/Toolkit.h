@@ -24,14 +24,14 @@ void StartToolkit();
 class TDialogLook {
 public:
   TDialogLook();
-  ~TDialogLook();
+  ~TDialogLook(); // NOLINT(performance-trivially-destructible): it has work to do on Windows
   TDialogLook(const TDialogLook&) = delete;
   TDialogLook& operator=(const TDialogLook&) = delete;
 
 private:
-  void* FContext = nullptr;
-  uintptr_t FCookie = 0;
-  bool FActive = false;
+  [[maybe_unused]] void* FContext = nullptr;
+  [[maybe_unused]] uintptr_t FCookie = 0;
+  [[maybe_unused]] bool FActive = false;
 };
 
 /// The host's active window, as the owner of a modal dialog. A window of another toolkit is wrapped, and

@@ -169,14 +169,14 @@ void TSystemUnitFram::Refresh() {
     if (TSystemUnitDataManager::CurConfigMeasure(Measure->ClassifyCode) ==
         Measure.get()) // the first of its code
       RefreshCaption(*Measure);
-  Fit();
+  FitForm();
 }
 
 void TSystemUnitFram::Refresh(int ClassifyCode) {
   const TMeasure* const Measure = TSystemUnitDataManager::CurConfigMeasure(ClassifyCode);
   if (!Measure) return;
   RefreshCaption(*Measure);
-  Fit();
+  FitForm();
 }
 
 void TSystemUnitFram::Refresh(bool EraseBackground, const wxRect* Rect) {
@@ -253,7 +253,7 @@ void TSystemUnitFram::PlacePanels() {
   FBottomPlacing->Apply(Client.x);
 }
 
-void TSystemUnitFram::Fit() {
+void TSystemUnitFram::FitForm() {
   ComputeSizes();
   if (auto* const Form = dynamic_cast<TSystemUnitForm*>(GetParent()); Form && Form->Frame() == this)
     Form->FitFrame();

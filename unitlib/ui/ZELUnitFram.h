@@ -83,7 +83,7 @@ private:
   void ComputeSizes();
   void ComputeMiddleHeight(int ScreenHeight);
   void PlacePanels();
-  void Fit();
+  void FitForm();
 
   TConfigueType FConfigType = CYAmInch;
   std::u16string FFileName;
