@@ -211,6 +211,24 @@ std::vector<std::u16string> NamesIn(std::u16string_view Text) {
   return Names;
 }
 
+std::u16string WithoutBlanksAtBrackets(std::u16string_view Text) {
+  constexpr std::u16string_view Brackets = u"()";
+  std::u16string Result;
+  for (std::size_t I = 0; I < Text.size(); ++I) {
+    if (!IsSpace(Text[I])) {
+      Result += Text[I];
+      continue;
+    }
+    std::size_t Next = I;
+    while (Next < Text.size() && IsSpace(Text[Next])) ++Next;
+    const bool AtBracket = (Next < Text.size() && Brackets.find(Text[Next]) != Brackets.npos) ||
+                           (!Result.empty() && Brackets.find(Result.back()) != Brackets.npos);
+    if (!AtBracket) Result.append(Text.substr(I, Next - I));
+    I = Next - 1;
+  }
+  return Result;
+}
+
 bool HasAmbiguousDash(std::u16string_view Text) noexcept {
   for (std::size_t I = 1; I < Text.size(); ++I)
     if (Text[I] == u'-' && IsAmbiguousDashAt(Text, I)) return true;

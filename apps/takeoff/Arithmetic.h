@@ -30,6 +30,10 @@ TAmount Evaluate(std::u16string_view Text, const TArithmeticRules& Rules);
 /// errors      ERefused the text cannot be read
 std::vector<std::u16string> NamesIn(std::u16string_view Text);
 
+/// Text without the blanks at brackets, which the engine takes for missing operators: "2 * (3)" becomes "2
+/// *(3)".
+std::u16string WithoutBlanksAtBrackets(std::u16string_view Text);
+
 /// True when a dash may join as well as take away: 5'-6" is five feet six to a builder and four feet six to a
 /// calculator, 6-1/2" likewise. With blanks on both sides (5' - 6") it takes away. Expected: the dash form as
 /// written.

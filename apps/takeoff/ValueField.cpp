@@ -111,7 +111,7 @@ std::u16string TValueField::EditText(const TItem& Item) const {
 }
 
 double TValueField::Read(std::u16string_view Typed) const {
-  const std::u16string_view Text = TrimView(Typed);
+  const std::u16string Text = WithoutBlanksAtBrackets(TrimView(Typed));
   if (Text.empty()) throw ERefused(u"an item needs a value; delete the item if it has none");
   if (const std::u16string Problem = MeasureProblem(FMeasure); !Problem.empty()) Refuse(Text, Problem);
   RequireClear(Text, IsLength(FMeasure));
@@ -154,22 +154,30 @@ void TValueField::RequireDisplayable(double Value, std::u16string_view Text) con
 
 namespace {
 
-/// A name starts with a letter and has no foot or inch mark; anything else was meant to be a length.
+/// A name starts with a letter; marks, brackets and other signs in it were meant to be something else.
 bool IsName(std::u16string_view Name) {
-  const char16_t First = Name.empty() ? u'0' : Name.front();
-  const bool Letter =
-      (UpperAscii(First) >= u'A' && UpperAscii(First) <= u'Z') || First == u'_' || First >= 0x80;
-  return Letter && Name.find(FootMark) == Name.npos && Name.find(InchMark) == Name.npos;
+  constexpr std::u16string_view Signs = u" _.#:";
+  const auto IsLetter = [](char16_t C) {
+    return (UpperAscii(C) >= u'A' && UpperAscii(C) <= u'Z') || C == u'_' || C >= 0x80;
+  };
+  const auto MayStand = [&](char16_t C) { return IsLetter(C) || IsDigit(C) || Signs.find(C) != Signs.npos; };
+  return !Name.empty() && IsLetter(Name.front()) && std::all_of(Name.begin(), Name.end(), MayStand);
+}
+
+/// Feet times feet, or a number divided by an elevation, would pass the engine as something else.
+void RequireLength(std::u16string_view Text) {
+  TArithmeticRules Rules;
+  Rules.Lengths = true;
+  Rules.Names = true;
+  Rules.PlainInMm = 1; // a plain number counts the current unit; which one does not matter here
+  Evaluate(Text, Rules);
 }
 
 /// Feet and inches in a metric project become numbers of the current unit; the engine reads them by itself in
 /// others.
 std::u16string ForEngine(std::u16string_view Text) {
-  if (!IsMetricLengthCode(CurrentUnitCode(ElevationMeasure))) return std::u16string(Text);
-  TArithmeticRules Rules = RulesFor(ElevationMeasure);
-  Rules.Names = true;
-  Evaluate(Text, Rules); // feet times feet would pass as a number once rewritten
-  return TMeasureDataManager::ExprToStore(ElevationMeasure, Text);
+  const bool IsMetric = IsMetricLengthCode(CurrentUnitCode(ElevationMeasure));
+  return IsMetric ? TMeasureDataManager::ExprToStore(ElevationMeasure, Text) : std::u16string(Text);
 }
 
 std::u16string EngineProblem(std::u16string_view Text) {
@@ -181,6 +189,7 @@ std::u16string EngineProblem(std::u16string_view Text) {
 }
 
 std::u16string ReadNamed(std::u16string_view Text) {
+  RequireLength(Text);
   const std::u16string Expression = ForEngine(Text);
   for (const std::u16string& Name : NamesIn(Expression))
     if (!IsName(Name)) Refuse(Text, Quoted(Name) + u" is neither a length with its mark nor a name");
@@ -224,7 +233,7 @@ std::u16string TElevationField::UnitSuffix() {
 
 std::u16string TElevationField::Read(std::u16string_view Typed) {
   constexpr double MmPerMetre = 1000;
-  const std::u16string_view Text = TrimView(Typed);
+  const std::u16string Text = WithoutBlanksAtBrackets(TrimView(Typed));
   if (Text.empty()) return {};
   if (const std::u16string Problem = MeasureProblem(ElevationMeasure); !Problem.empty())
     Refuse(Text, Problem);
@@ -234,7 +243,8 @@ std::u16string TElevationField::Read(std::u16string_view Typed) {
   } catch (const ERefused& Error) {
     Refuse(Text, Error.Message());
   }
-  return FloatToStr(TValueField(ElevationMeasure).Read(Text) / MmPerMetre);
+  // Never with an exponent, whose sign the engine would take for a subtraction when it reads the stored form.
+  return FloatToPlainStr(TValueField(ElevationMeasure).Read(Text) / MmPerMetre);
 }
 
 } // namespace unitlib::takeoff

@@ -51,6 +51,8 @@ const TAccepted Accepted[] = {
     {"negative_block", CYAmInch, Length, u"-(1'+1\")", -330.2},
     {"zero_feet_in_a_sum", CYAmInch, Length, u"5'+0'", 1524},
     {"fraction_in_a_sum", CYAmInch, Length, u"5' 6 1/2\"+1'", 1993.9},
+    {"blanks_at_brackets", CYAmInch, Length, u"2 * ( 1' + 6\" ) * 2", 1828.8},
+    {"negative_fraction", CYAmInch, Length, u"-1/2\"", -12.7},
     {"decimal_feet", CYAmInch, ResultLength, u"5.5", 1676.4},
     {"decimal_feet_take_marks", CYAmInch, ResultLength, u"5'6\"", 1676.4},
     {"decimal_feet_sum", CYAmInch, ResultLength, u"2.5'+6\"", 914.4},
@@ -222,7 +224,17 @@ const TElevation Elevations[] = {
     {"sum", CYAmInch, u"5'+6\"", u"1.6764"},
     {"negative", CYAmInch, u"-5'", u"-1.524"},
     {"inches", CYAmInch, u"66", u"1.6764"},
+    {"negative_fraction", CYAmInch, u"-1/2\"", u"-0.0127"},
+    {"decimal_feet", CYAmInch, u"2.5'", u"0.762"},
+    {"name_and_inches", CYAmInch, u"L1+5", u"L1+0.127"},
+    {"name_with_blank", CYAmInch, u"Level 1 + 5'", u"Level 1+1.524"},
+    {"very_small", CYAmInch, u"0.0001'", u"0.00003048"},
     {"nothing", CYAmInch, u"  ", u""},
+    {"number_by_name", CYAmInch, u"10/(L1+5)", nullptr},
+    {"name_with_bracket", CYAmInch, u"L1)+5'", nullptr},
+    {"power_of_a_name", CYAmInch, u"A^2", nullptr},
+    {"minus_before_a_name", CYAmInch, u"-L1", nullptr},
+    {"thousands_beside_a_name", CYAmInch, u"L1+1,000", nullptr},
     {"two_names", CYAmInch, u"L1+L2", nullptr},
     {"name_and_unmarked_inches", CYAmInch, u"L1+5'6", nullptr},
     {"name_times_feet", CYAmInch, u"L1*5'", nullptr},
@@ -259,10 +271,12 @@ INSTANTIATE_TEST_SUITE_P(Elevations, TElevationTest, ::testing::ValuesIn(Elevati
 
 TEST_F(TValueFieldTest, ShowsElevationsInProjectUnits) {
   EXPECT_EQ(TElevationField::Display(u"L1+1.524"), u"L1+5' 0\"");
+  EXPECT_EQ(TElevationField::Display(u"-1.524"), u"-5' 0\"");
   EXPECT_EQ(TElevationField::EditText(u"L1+1.524"), u"L1+5' 0\"");
   EXPECT_EQ(TElevationField::UnitSuffix(), u"");
   UseUnit(3, 4); // metres
   EXPECT_EQ(TElevationField::Display(u"L1+1.524"), u"L1+1.524");
+  EXPECT_EQ(TElevationField::EditText(u"0.00003048"), u"0.00003048");
   EXPECT_EQ(TElevationField::UnitSuffix(), u" [m]");
 }
 
