@@ -138,12 +138,12 @@ private:
 
   /// Refuses a name that would be read differently where it stands now. return: it needs brackets
   bool CheckName(const TNode& Name) {
-    // "A)" inside brackets would end them; a bar belongs to a name only behind a blank, which is gone.
-    if (FOpenBrackets > 0 && Name.FValue.find(u')') != std::u16string::npos)
-      FParser.SetError(NoOpeningBracketMessage, Name.FPos);
-    if (Name.FValue.starts_with(u'/')) FParser.SetError(NoOperatorMessage, Name.FPos);
     bool Result = false;
     KeepError(FParser, Name.FPos, [&] { Result = WouldReadAsFraction(FText, Name); });
+    // "A)" inside brackets would end them; a bar belongs to a name only behind a blank, which is gone.
+    if ((FOpenBrackets > 0 || Result) && Name.FValue.find(u')') != std::u16string::npos)
+      FParser.SetError(NoOpeningBracketMessage, Name.FPos);
+    if (Name.FValue.starts_with(u'/')) FParser.SetError(NoOperatorMessage, Name.FPos);
     return Result;
   }
 
