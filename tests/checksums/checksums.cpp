@@ -4,6 +4,7 @@
 /// X87 and MXCSR are the control words (hexadecimal) of a host that has changed them: the sums stay the same.
 #include "Cases.h"
 
+#include <algorithm>
 #include <cinttypes>
 #include <cstdlib>
 #include <cstring>
@@ -64,28 +65,31 @@ void SetFloatState([[maybe_unused]] const TOptions& Options) {
 }
 
 /// Each family starts from the factory settings with a generator of its own, so that one can be run alone.
-TResults RunFamily(const TFamily& Family, uint64_t Seed, bool Print) {
+TResults RunFamily(const TFamily& Family, uint64_t Seed, bool Print, int Count) {
   const TSettings Settings;
   TResults Results(Print);
   TRandom Random(Seed);
   for (const char* Letter = Family.Name; *Letter; ++Letter)
     Random = TRandom(Random.Next() + static_cast<unsigned char>(*Letter));
-  for (int I = 0; I < Family.Count; ++I) {
+  for (int I = 0; I < Count; ++I) {
     Family.Run(Random, Results);
     Results.EndCase();
   }
   return Results;
 }
 
-/// Two runs agree, another seed does not, and there are the cases that are promised.
+/// Two runs agree, another seed does not (a part of the cases tells), and there are as many cases as
+/// promised.
 int Check() {
-  int64_t Total = 0;
+  int Total = 0;
   for (int I = 0; I < FamilyCount; ++I) {
-    const TResults First = RunFamily(Families[I], 1, false), Second = RunFamily(Families[I], 1, false);
-    const TResults Other = RunFamily(Families[I], 2, false);
-    Total += First.Count();
-    if (First.Sum() == Second.Sum() && First.Sum() != Other.Sum()) continue;
-    std::cerr << "the checksum of " << Families[I].Name << " is not one of its cases\n";
+    const TFamily& Family = Families[I];
+    Total += Family.Count;
+    const int Part = std::max(Family.Count / 20, 2);
+    const uint64_t Sum = RunFamily(Family, 1, false, Part).Sum();
+    if (Sum == RunFamily(Family, 1, false, Part).Sum() && Sum != RunFamily(Family, 2, false, Part).Sum())
+      continue;
+    std::cerr << "the checksum of " << Family.Name << " is not one of its cases\n";
     return 1;
   }
   std::cout << Total << " cases\n";
@@ -99,7 +103,7 @@ int Run(const TOptions& Options) {
     const TFamily& Family = Families[I];
     if (!Options.Print.empty() && Options.Print != Family.Name) continue;
     Found = true;
-    const TResults Results = RunFamily(Family, Options.Seed, !Options.Print.empty());
+    const TResults Results = RunFamily(Family, Options.Seed, !Options.Print.empty(), Family.Count);
     Total += Results.Count();
     if (Options.Print.empty())
       std::printf("%-18s %6" PRId64 " cases  %016" PRIx64 "\n", Family.Name, Results.Count(), Results.Sum());

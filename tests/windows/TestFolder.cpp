@@ -40,7 +40,8 @@ TTestFolder::~TTestFolder() {
 }
 
 std::u16string TTestFolder::File(std::wstring_view Name) const {
-  return (fs::path(FPath) / Name).u16string();
+  const std::wstring Whole = FPath + L"\\" + std::wstring(Name);
+  return {Whole.begin(), Whole.end()};
 }
 
 std::wstring TTestFolder::List() const {

@@ -112,18 +112,34 @@ public:
     constexpr int Tries = 10; // a virus scanner or an indexer may hold the old file for a moment
     for (int I = 1; !MoveOver(); ++I) {
       const DWORD Code = GetLastError();
-      const bool MayPass = Code == ERROR_SHARING_VIOLATION || Code == ERROR_ACCESS_DENIED ||
-                           Code == ERROR_LOCK_VIOLATION || Code == ERROR_UNABLE_TO_REMOVE_REPLACED;
-      if (!MayPass || I == Tries) RaiseLast(u"Cannot be replaced", Narrow(FTarget), Code);
+      if (!MayPass(Code) || I == Tries) RaiseLast(u"Cannot be replaced", Narrow(FTarget), Code);
       Sleep(20);
     }
     FExists = false;
   }
 
 private:
+  /// Somebody else holds the old file, or is just replacing it himself.
+  static bool MayPass(DWORD Code) {
+    constexpr DWORD Codes[] = {ERROR_SHARING_VIOLATION, ERROR_ACCESS_DENIED,
+                               ERROR_LOCK_VIOLATION,    ERROR_ALREADY_EXISTS,
+                               ERROR_FILE_EXISTS,       ERROR_FILE_NOT_FOUND,
+                               ERROR_USER_MAPPED_FILE,  ERROR_UNABLE_TO_REMOVE_REPLACED};
+    return std::find(std::begin(Codes), std::end(Codes), Code) != std::end(Codes);
+  }
+
+  /// Asked before ReplaceFile, which may leave files of its own behind when it fails (Wine 8 does).
+  bool MayBeReplaced() const {
+    return THandle(CreateFileW(FTarget.c_str(), GENERIC_READ | DELETE | SYNCHRONIZE,
+                               FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                               0, nullptr))
+        .IsOpen();
+  }
+
   /// ReplaceFile keeps the permissions of the old file; it needs one.
   bool MoveOver() const {
     const bool Exists = GetFileAttributesW(FTarget.c_str()) != INVALID_FILE_ATTRIBUTES;
+    if (Exists && !MayBeReplaced()) return false;
     if (Exists && ReplaceFileW(FTarget.c_str(), FName.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS,
                                nullptr, nullptr))
       return true;
@@ -184,11 +200,28 @@ void ForceDirectories(std::u16string_view Path) {
   if (!Whole.empty() && !IsFolder(Whole)) RaiseLast(u"Cannot create the folder", Path, ERROR_PATH_NOT_FOUND);
 }
 
+namespace {
+
+/// Sharing everything: a reader must never stand in the way of another program's save. While that is going on
+/// there is a moment without any file of the name, or with one that cannot be opened.
+HANDLE OpenForReading(std::u16string_view Path) {
+  const std::wstring Name = Wide(Path);
+  constexpr int Tries = 4;
+  for (int I = 1;; ++I) {
+    const HANDLE File =
+        CreateFileW(Name.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                    nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+    const DWORD Code = GetLastError();
+    const bool MayPass = Code == ERROR_FILE_NOT_FOUND || Code == ERROR_SHARING_VIOLATION;
+    if (File != INVALID_HANDLE_VALUE || !MayPass || I == Tries) return File;
+    Sleep(10);
+  }
+}
+
+} // namespace
+
 std::string ReadWholeFile(std::u16string_view Path) {
-  // Sharing everything: a reader must never stand in the way of another program's save.
-  const THandle File(CreateFileW(Wide(Path).c_str(), GENERIC_READ,
-                                 FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                 OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+  const THandle File(OpenForReading(Path));
   if (!File.IsOpen()) RaiseLast(u"Cannot be read", Path);
   if (GetFileType(File.Get()) != FILE_TYPE_DISK)
     throw EFileError(u"Cannot be read", Path, u"Not a regular file");
