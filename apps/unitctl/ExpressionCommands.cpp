@@ -138,7 +138,14 @@ void EvalOne(TContext& Context, const std::string& Typed, bool Tree) {
   }
   const std::u16string Store = GetElevStoreValue(Expression.Text);
   Context.Print("store    " + Printable(ToUtf8(Store)) + "\n");
-  Context.Print("display  " + Printable(DisplayForm(Context, Store)) + "\n");
+  // A single length is shown by its number: the text of a tiny one has an exponent, which arithmetic reads
+  // otherwise.
+  double Metres = 0.0;
+  const std::string Display =
+      TryStrToFloat(Store, Metres)
+          ? ToUtf8(TMeasureDataManager::StoreToDisplay(ElevationMeasure, Metres, ThousandScale))
+          : DisplayForm(Context, Store);
+  Context.Print("display  " + Printable(Display) + "\n");
 }
 
 struct TEvalOptions {

@@ -22,6 +22,11 @@ TEST_F(Expression, EvalOfNegativeBlocks) {
   EXPECT_EQ(OutputOf({"eval", "-(1+2)*3", "--system", "2"}), "value    -9\nstore    -9\ndisplay  -9.000\n");
 }
 
+TEST_F(Expression, EvalOfATinyLengthShowsItsNumber) {
+  EXPECT_EQ(OutputOf({"eval", "0.000001", "--system", "2"}),
+            "value    1E-6\nstore    1E-6\ndisplay  0.000\n");
+}
+
 TEST_F(Expression, EvalWithAVariable) {
   // 5' are 1.524 m.
   EXPECT_EQ(OutputOf({"eval", "L1+5'"}), "variable L1\nstore    L1+1.524\ndisplay  L1+5' 0\"\n");
