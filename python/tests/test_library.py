@@ -79,3 +79,13 @@ def test_a_library_that_is_not_there():
 def test_a_second_library_is_refused(units):
     with pytest.raises(RuntimeError):
         units.load_library("/nowhere/unitlib")
+
+
+def test_texts_of_the_dialogs(units, tmp_path):
+    (tmp_path / "texts.txt").write_text("dialog.ok = \u597d\n", encoding="utf-8")
+    units.load_texts(tmp_path / "texts.txt")
+    units.set_text("dialog.cancel", "Abbrechen")
+    units.load_texts()
+    (tmp_path / "wrong.txt").write_text("dialog.ok =\n", encoding="utf-8")
+    with pytest.raises(units.UnitError, match="wrong.txt:1: The text is empty: dialog.ok"):
+        units.load_texts(tmp_path / "wrong.txt")

@@ -55,8 +55,8 @@ __all__ = [
     "current_config", "detach_before_unit_change", "detach_refresh_unit", "digit_group", "digit_groups",
     "elevation_display", "elevation_edit", "elevation_store", "errors", "evaluate", "evaluate_expression",
     "evaluate_expressions", "evaluate_values", "format_value", "format_values", "free", "generate_default", "is_loaded",
-    "library_version", "load", "load_library", "load_report", "measure", "parse_value", "parse_values",
-    "project_units_dialog", "refresh_before_unit_change", "refresh_unit", "register_unit_parser", "save", "set_folders",
+    "library_version", "load", "load_library", "load_report", "load_texts", "measure", "parse_value", "parse_values",
+    "project_units_dialog", "refresh_before_unit_change", "refresh_unit", "register_unit_parser", "save", "set_folders", "set_text",
     "settings_file", "unit_symbol", "update_display_values", "use_config", "use_digit_group",
 ]
 
@@ -155,6 +155,16 @@ def set_folders(program: str | os.PathLike[str] | None = None,
     """Folders of the default file and of the working copy; None brings the system's back."""
     call("ul_set_exe_path_u8", *_path(program))
     call("ul_set_common_documents_path_u8", *_path(documents))
+
+
+def load_texts(path: str | os.PathLike[str] | None = None) -> None:
+    """Takes the texts of the dialogs from a file of lines "key = text"; None: English again."""
+    call("ul_load_texts_u8", *_path(path))
+
+
+def set_text(key: str, text: str) -> None:
+    """Replaces one text of the dialogs, such as "dialog.cancel"; "" is English again."""
+    call("ul_set_text_u8", *_text(key), *_text(text))
 
 
 def register_unit_parser(name: str, size: float) -> None:

@@ -138,6 +138,8 @@ PROTOTYPES: dict[str, tuple[object, ...]] = {
     "ul_attach_before_unit_change": (CALLBACK, c_void_p),
     "ul_detach_before_unit_change": (CALLBACK, c_void_p),
     "ul_refresh_before_unit_change": (),
+    "ul_load_texts_u8": (_TEXT, _INT),
+    "ul_set_text_u8": (_TEXT, _INT, _TEXT, _INT),
     "ul_dialogs_available": (_INTS,),
     "ul_project_units_dialog_u8": (_INT, _TEXT, _INT, CALLBACK, c_void_p, LOCK_FILE, c_void_p, _INTS),
 }

@@ -44,7 +44,7 @@ static int32_t UL_CALL on_lock(void* context, const char* file, int32_t length, 
 }
 
 static void press_later(const char* keys) {
-  char command[128];
+  char command[256];
   sprintf(command, "(sleep 1; xdotool key --delay 100 %s) &", keys);
   check(system(command) == 0, "keys are sent");
 }
@@ -84,6 +84,11 @@ static void test_dialog(const char* file) {
   check(strstr(t.calls, "ok") == NULL, "without the OK callback");
   check(strcmp(listeners.calls, "before redraw before ") == 0, "without a redraw");
   check(current() == 1, "nothing has changed");
+
+  check(ul_set_text_u8("dialog.project-units", UL_TO_NUL, "Einheiten", UL_TO_NUL) == UL_OK, "a text is set");
+  press_later("$(xdotool search --name '^Einheiten$' >/dev/null && echo Down) Return");
+  check(open_dialog(file, &t, &outcome) == UL_OK && current() == 2, "the dialog has the host's caption");
+  check(ul_set_text_u8("dialog.project-units", UL_TO_NUL, NULL, 0) == UL_OK, "and English again");
 
   press_later("Escape");
   check(ul_project_units_dialog_u8(UL_US_IMPERIAL, file, UL_TO_NUL, NULL, NULL, NULL, NULL, NULL) == UL_OK,

@@ -129,5 +129,17 @@ TEST_F(TSettings, HaveFoldersThatAHostMayChoose) {
   EXPECT_NE(Told, Text([](char* B, int32_t C, int32_t* N) { return ul_get_exe_path_u8(B, C, N); }));
 }
 
+TEST_F(TSettings, TakeTextsFromAFile) {
+  std::ofstream(Path("texts.txt")) << "dialog.cancel = Abbrechen\n";
+  std::ofstream(Path("wrong.txt")) << "# no entry:\ndialog.cancel\n";
+  EXPECT_EQ(UL_OK, ul_load_texts_u8(Path("texts.txt").c_str(), UL_TO_NUL));
+  EXPECT_EQ(UL_ERROR_FILE, ul_load_texts_u8(Path("none.txt").c_str(), UL_TO_NUL));
+  EXPECT_EQ(UL_ERROR_CONVERT, ul_load_texts_u8(Path("wrong.txt").c_str(), UL_TO_NUL));
+  EXPECT_EQ(Path("wrong.txt") + ":2: Not of the form key = text: dialog.cancel", LastText());
+  EXPECT_EQ(UL_ERROR_ARGUMENT, ul_set_text(u"", 0, u"x", 1));
+  EXPECT_EQ(UL_OK, ul_set_text(u"dialog.ok", UL_TO_NUL, u"\u597D", 1));
+  EXPECT_EQ(UL_OK, ul_load_texts(nullptr, 0));
+}
+
 } // namespace
 } // namespace capi_test

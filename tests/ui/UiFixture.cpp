@@ -78,4 +78,30 @@ void Click(wxDialog& Dialog, const char* ButtonName) {
   ClickOn(Control<wxButton>(Dialog, ButtonName));
 }
 
+void ExpectNothingOverlapsOrIsCut(wxWindow& Parent) {
+  const bool Scrolls = Parent.GetName() == "sgGridUnitCells";
+  const wxRect Client(wxPoint(0, 0), Parent.GetClientSize());
+  const auto& Children = Parent.GetChildren();
+  for (wxWindow* const Child : Children) {
+    const wxRect Place = Child->GetRect();
+    if (!Scrolls) {
+      EXPECT_TRUE(Client.Contains(Place))
+          << Child->GetName().utf8_string() << " leaves " << Parent.GetName().utf8_string();
+    }
+    for (wxWindow* const Other : Children)
+      if (Other != Child) {
+        EXPECT_FALSE(Place.Intersects(Other->GetRect()))
+            << Child->GetName().utf8_string() << " over " << Other->GetName().utf8_string();
+      }
+    const wxSize Best = Child->GetBestSize();
+    const int Spare = dynamic_cast<wxButton*>(Child) ? 4 : 0; // a button's own least width is not its text
+    if (Child->GetChildren().empty() && !dynamic_cast<wxTextCtrl*>(Child) &&
+        !dynamic_cast<wxChoice*>(Child)) {
+      EXPECT_GE(Place.width + Spare, Best.x) << Child->GetLabel().utf8_string();
+      EXPECT_GE(Place.height, Best.y) << Child->GetLabel().utf8_string();
+    }
+    ExpectNothingOverlapsOrIsCut(*Child);
+  }
+}
+
 } // namespace unitlib::test

@@ -59,4 +59,8 @@ std::string Selected(wxDialog& Dialog, const char* ListName);
 void Choose(wxDialog& Dialog, const char* ListName, int Item);
 void Click(wxDialog& Dialog, const char* ButtonName);
 
+/// Every window of a dialog inside its parent, siblings apart from one another, labels and buttons as large
+/// as they need.
+void ExpectNothingOverlapsOrIsCut(wxWindow& Parent);
+
 } // namespace unitlib::test

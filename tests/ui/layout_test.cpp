@@ -13,34 +13,6 @@ namespace {
 
 using namespace test;
 
-/// Every window of a dialog inside its parent, siblings apart from one another, labels and buttons as large
-/// as they need.
-void ExpectNothingOverlapsOrIsCut(wxWindow& Parent) {
-  const bool Scrolls = Parent.GetName() == "sgGridUnitCells";
-  const wxRect Client(wxPoint(0, 0), Parent.GetClientSize());
-  const auto& Children = Parent.GetChildren();
-  for (wxWindow* const Child : Children) {
-    const wxRect Place = Child->GetRect();
-    if (!Scrolls) {
-      EXPECT_TRUE(Client.Contains(Place))
-          << Child->GetName().utf8_string() << " leaves " << Parent.GetName().utf8_string();
-    }
-    for (wxWindow* const Other : Children)
-      if (Other != Child) {
-        EXPECT_FALSE(Place.Intersects(Other->GetRect()))
-            << Child->GetName().utf8_string() << " over " << Other->GetName().utf8_string();
-      }
-    const wxSize Best = Child->GetBestSize();
-    const int Spare = dynamic_cast<wxButton*>(Child) ? 4 : 0; // a button's own least width is not its text
-    if (Child->GetChildren().empty() && !dynamic_cast<wxTextCtrl*>(Child) &&
-        !dynamic_cast<wxChoice*>(Child)) {
-      EXPECT_GE(Place.width + Spare, Best.x) << Child->GetLabel().utf8_string();
-      EXPECT_GE(Place.height, Best.y) << Child->GetLabel().utf8_string();
-    }
-    ExpectNothingOverlapsOrIsCut(*Child);
-  }
-}
-
 /// A control's place in the design: left, top, width (0: its own), in pixels at 96 dpi.
 struct TDesign {
   const char* Name;

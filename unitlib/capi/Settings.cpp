@@ -1,9 +1,10 @@
-/// Loading, saving and freeing of settings, and the folders they lie in.
+/// Loading, saving and freeing of settings, the folders they lie in, and the texts of the dialogs.
 #include "unitlib/capi/ModelPlace.h"
 #include "unitlib/capi/Texts.h"
 #include "unitlib/model/ZELUnitConfigFileGenerator.h"
 #include "unitlib/model/ZELUnitMgr.h"
 #include "unitlib/rtl/FileFolders.h"
+#include "unitlib/rtl/UserTexts.h"
 
 namespace unitlib::capi {
 namespace {
@@ -36,6 +37,18 @@ template <class C> ul_status Tell(std::u16string (*Source)(), TOut<C> Out) {
 
 template <class C> ul_status SetFolder(void (*Target)(std::u16string_view), TIn<C> Path) {
   return Call([&] { Target(Read(Path)); });
+}
+
+template <class C> ul_status LoadTexts(TIn<C> File) {
+  return Call([&] { LoadTextTable(Read(File)); });
+}
+
+template <class C> ul_status SetText(TIn<C> Key, TIn<C> Text) {
+  return Call([&] {
+    const std::u16string Name = Read(Key);
+    if (Name.empty()) FailArgument(u"The key of a text is empty");
+    SetUserText(Name, Read(Text));
+  });
 }
 
 } // namespace
@@ -123,4 +136,18 @@ ul_status UL_CALL ul_set_common_documents_path(const ul_char16* path, int32_t le
 }
 ul_status UL_CALL ul_set_common_documents_path_u8(const char* path, int32_t length) {
   return SetFolder(unitlib::SetCommonDocumentsPath, TIn{path, length});
+}
+
+ul_status UL_CALL ul_load_texts(const ul_char16* file, int32_t length) {
+  return LoadTexts(TIn{file, length});
+}
+ul_status UL_CALL ul_load_texts_u8(const char* file, int32_t length) {
+  return LoadTexts(TIn{file, length});
+}
+ul_status UL_CALL ul_set_text(const ul_char16* key, int32_t key_length, const ul_char16* text,
+                              int32_t length) {
+  return SetText(TIn{key, key_length}, TIn{text, length});
+}
+ul_status UL_CALL ul_set_text_u8(const char* key, int32_t key_length, const char* text, int32_t length) {
+  return SetText(TIn{key, key_length}, TIn{text, length});
 }

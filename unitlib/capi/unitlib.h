@@ -225,6 +225,22 @@ UL_API ul_status UL_CALL ul_get_common_documents_path_u8(char* buffer, int32_t c
 UL_API ul_status UL_CALL ul_set_common_documents_path(const ul_char16* path, int32_t length);
 UL_API ul_status UL_CALL ul_set_common_documents_path_u8(const char* path, int32_t length);
 
+/* ---- Texts of the dialogs ------------------------------------------------------------------------------ */
+
+/* LoadTextTable: takes the captions and prompts of the dialogs from a file in UTF-8 with lines "key = text"
+ * (examples/texts); what it does not have stays English. An empty name: all English again. After an error
+ * nothing has changed. Descriptions of the settings file and the messages of errors are no such texts.
+ * errors: UL_ERROR_FILE; UL_ERROR_CONVERT a line is wrong (the message begins with file and line). */
+UL_API ul_status UL_CALL ul_load_texts(const ul_char16* file, int32_t length);
+UL_API ul_status UL_CALL ul_load_texts_u8(const char* file, int32_t length);
+
+/* SetUserText: replaces the text of one key, such as "dialog.cancel"; an empty text is English again.
+ * errors: UL_ERROR_ARGUMENT the key is empty. */
+UL_API ul_status UL_CALL ul_set_text(const ul_char16* key, int32_t key_length, const ul_char16* text,
+                                     int32_t length);
+UL_API ul_status UL_CALL ul_set_text_u8(const char* key, int32_t key_length, const char* text,
+                                        int32_t length);
+
 /* ---- Conversions --------------------------------------------------------------------------------------- */
 
 /* measure  the classify code of a measure of the current configuration; in the default file 0 length,

@@ -65,7 +65,7 @@ public:
     std::setlocale(LC_NUMERIC, Numeric.c_str()); // NOLINT(concurrency-mt-unsafe)
     if (!FStarted || !wxTheApp->CallOnInit()) {
       Free();
-      throw EUnitError(std::u16string(UiText(TUiText::NoToolkit)), u"");
+      throw EUnitError(UiText(TUiText::NoToolkit), u"");
     }
   }
 

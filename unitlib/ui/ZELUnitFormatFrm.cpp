@@ -35,7 +35,7 @@ private:
 TMeasure& RequiredMeasure(int ClassifyCode) {
   if (TMeasure* const Measure = TSystemUnitDataManager::CurConfigMeasure(ClassifyCode)) return *Measure;
   const std::u16string Code = IntToStr(ClassifyCode);
-  throw EConvertError(std::u16string(UiText(TUiText::UnknownMeasure)) + Code, Code);
+  throw EConvertError(UiText(TUiText::UnknownMeasure) + Code, Code);
 }
 
 void Fill(wxChoice& Combo, const std::vector<std::u16string>& Texts, int Selection) {
@@ -279,7 +279,11 @@ void TSystemUnitFormatFrm::CloseLists() {
 }
 
 void TSystemUnitFormatFrm::ShowPromptBox(std::u16string_view Text, std::u16string_view Title) {
-  wxMessageDialog(this, ToWx(Text), ToWx(Title), wxOK | wxICON_WARNING).ShowModal();
+  wxMessageDialog Box(this, ToWx(Text), ToWx(Title), wxOK | wxICON_WARNING);
+  // In English the system's own button stays, with its own keys.
+  const std::u16string OK = UiText(TUiText::OK);
+  if (OK != UiTexts[static_cast<size_t>(TUiText::OK)].English) Box.SetOKLabel(ToWx(OK));
+  Box.ShowModal();
 }
 
 std::u16string TSystemUnitFormatFrm::IncrementText() const {
