@@ -5,6 +5,7 @@
 #include "unitlib/rtl/Numbers.h"
 #include "unitlib/rtl/OwningList.h"
 #include "unitlib/rtl/Text.h"
+#include "unitlib/rtl/XmlScan.h"
 
 #include <pugixml.hpp>
 
@@ -32,12 +33,10 @@ void* FirstElement(pugi::xml_node Node) {
   return Node.internal_object();
 }
 
-/// True for the characters that XML 1.0 can carry, in well-formed UTF-16.
-bool IsXmlText(std::u16string_view Text) {
+/// True when every surrogate of the text stands in a pair.
+bool IsUtf16(std::u16string_view Text) {
   for (size_t I = 0; I < Text.size(); ++I) {
     const char16_t C = Text[I];
-    if (C < u' ' && C != u'\t' && C != u'\n' && C != u'\r') return false;
-    if (C >= 0xFFFE) return false;
     if (C < 0xD800 || C > 0xDFFF) continue;
     const bool Pair = C < 0xDC00 && I + 1 < Text.size() && Text[I + 1] >= 0xDC00 && Text[I + 1] <= 0xDFFF;
     if (!Pair) return false;
@@ -46,29 +45,48 @@ bool IsXmlText(std::u16string_view Text) {
   return true;
 }
 
+/// True for the characters that XML 1.0 can carry, in well-formed UTF-16.
+bool IsXmlText(std::u16string_view Text) {
+  return IsUtf16(Text) && std::all_of(Text.begin(), Text.end(), [](char16_t C) {
+           return C < 0xFFFE && (C >= u' ' || C == u'\t' || C == u'\n' || C == u'\r');
+         });
+}
+
+/// What an error tells of a text: a hostile file must not make it megabytes long.
+std::u16string Shown(std::string_view Text) {
+  constexpr size_t Most = 200;
+  if (Text.size() <= Most) return FromUtf8(Text);
+  size_t End = Most;
+  while (End > 0 && (static_cast<unsigned char>(Text[End]) & 0xC0) == 0x80) --End; // not within a character
+  return FromUtf8(Text.substr(0, End)) + u"...";
+}
+
 bool StartsWith(std::string_view Text, std::string_view Head) {
   return Text.substr(0, Head.size()) == Head;
 }
 
-std::string FromUtf16Bytes(std::string_view Bytes, bool BigEndian) {
+/// errors      EXmlError a half character at the end, or half a surrogate pair: nothing may be lost unseen
+std::string FromUtf16Bytes(std::string_view Bytes, bool BigEndian, const std::u16string& Path) {
   std::u16string Text(Bytes.size() / 2, u'\0');
   for (size_t I = 0; I < Text.size(); ++I) {
     const auto A = static_cast<unsigned char>(Bytes[2 * I]), B = static_cast<unsigned char>(Bytes[2 * I + 1]);
     Text[I] = static_cast<char16_t>(BigEndian ? A << 8 | B : B << 8 | A);
   }
+  if (Bytes.size() % 2 != 0 || !IsUtf16(Text))
+    throw EXmlError(u"Not an XML file: its text is not valid UTF-16", {Path, 0, {}, {}});
   return ToUtf8(Text);
 }
 
 /// Content as UTF-8 without mark. A wrong declaration of an encoding other than ISO 8859-1 is passed over:
 /// the bytes themselves tell UTF-8 from UTF-16.
-std::string ToUtf8Source(std::string Content) {
+std::string ToUtf8Source(std::string Content, const std::u16string& Path) {
   using namespace std::string_view_literals;
   const std::string_view View = Content;
   if (StartsWith(View, "\xEF\xBB\xBF"sv)) return Content.substr(3);
-  if (StartsWith(View, "\xFF\xFE"sv)) return FromUtf16Bytes(View.substr(2), false);
-  if (StartsWith(View, "\xFE\xFF"sv)) return FromUtf16Bytes(View.substr(2), true);
-  if (StartsWith(View, "<\0"sv)) return FromUtf16Bytes(View, false);
-  if (StartsWith(View, "\0<"sv)) return FromUtf16Bytes(View, true);
+  if (StartsWith(View, "\xFF\xFE"sv)) return FromUtf16Bytes(View.substr(2), false, Path);
+  if (StartsWith(View, "\xFE\xFF"sv)) return FromUtf16Bytes(View.substr(2), true, Path);
+  if (StartsWith(View, "<\0"sv)) return FromUtf16Bytes(View, false, Path);
+  if (StartsWith(View, "\0<"sv)) return FromUtf16Bytes(View, true, Path);
   return Content;
 }
 
@@ -125,7 +143,7 @@ void TXMLDocument::LoadFromFile(std::u16string_view Path) {
 
 void TXMLDocument::LoadFromMemory(std::string Content, std::u16string_view Path) {
   FContent->Path = Path;
-  FContent->Source = ToUtf8Source(std::move(Content));
+  FContent->Source = ToUtf8Source(std::move(Content), FContent->Path);
   std::string& Source = FContent->Source;
   auto Place = [&](std::ptrdiff_t Offset) {
     return EXmlError::TPlace{FContent->Path, LineAt(Offset), {}, {}};
@@ -134,6 +152,11 @@ void TXMLDocument::LoadFromMemory(std::string Content, std::u16string_view Path)
   if (const size_t Nul = Source.find('\0'); Nul != std::string::npos)
     throw EXmlError(u"Not an XML file: it holds a NUL character", Place(static_cast<std::ptrdiff_t>(Nul)));
   if (!IsUtf8(Source)) throw EXmlError(u"Not an XML file: its text is not valid UTF-8", Place(-1));
+  if (const TXmlScan Scan = BlankTextBetweenTags(Source); Scan.Result != TXmlScan::Fine)
+    throw EXmlError(Scan.Result == TXmlScan::Unfinished
+                        ? u"Not a well-formed XML file: it ends before everything in it is closed"
+                        : u"Not a well-formed XML file: a reference to a character that XML cannot carry",
+                    Place(static_cast<std::ptrdiff_t>(Scan.Offset)));
   const pugi::xml_parse_result Result =
       FContent->Document.load_buffer(Source.data(), Source.size(), pugi::parse_default, pugi::encoding_utf8);
   if (Result.status == pugi::status_out_of_memory) throw std::bad_alloc();
@@ -205,7 +228,9 @@ TXMLNode TXMLNode::ChildByName(std::u16string_view ChildName) const {
 
 void TXMLNode::Raise(std::u16string_view Problem, std::u16string_view AttributeName,
                      std::u16string_view Text) const {
-  throw EXmlError(Problem, {FDocument->FContent->Path, Line(), Name(), std::u16string(AttributeName)}, Text);
+  throw EXmlError(
+      Problem, {FDocument->FContent->Path, Line(), Shown(Pugi(FNode).name()), std::u16string(AttributeName)},
+      Text);
 }
 
 const char* TXMLNode::RequiredAttribute(std::u16string_view AttributeName) const {
@@ -219,15 +244,16 @@ std::u16string TXMLNode::AttributeText(std::u16string_view AttributeName) const 
 }
 
 int TXMLNode::AttributeInteger(std::u16string_view AttributeName) const {
-  const std::u16string Text = AttributeText(AttributeName);
+  const char* const Source = RequiredAttribute(AttributeName);
+  const std::u16string Text = FromUtf8(Source);
   int Value = 0;
   if (Text.empty() || Text.front() == u' ' || !TryStrToInt(Text, Value))
-    Raise(u"\"" + Text + u"\" is not a 32-bit integer", AttributeName, Text);
+    Raise(u"\"" + Shown(Source) + u"\" is not a 32-bit integer", AttributeName, Shown(Source));
   return Value;
 }
 
 bool TXMLNode::AttributeBoolean(std::u16string_view AttributeName) const {
-  const std::u16string Text = AttributeText(AttributeName);
+  const std::u16string Text = Shown(RequiredAttribute(AttributeName));
   if (SameText(Text, u"true") || Text == u"1" || Text == u"-1") return true;
   if (!SameText(Text, u"false") && Text != u"0")
     Raise(u"\"" + Text + u"\" is not a Boolean", AttributeName, Text);
