@@ -5,14 +5,17 @@
 #include "unitlib/rtl/Platform.h"
 #include "unitlib/rtl/Text.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <climits>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <pwd.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -27,30 +30,51 @@ namespace fs = std::filesystem;
   throw EFileError(std::u16string(Message), FromUtf8(Path), FromUtf8(std::generic_category().message(Code)));
 }
 
+/// Path as the system takes it.
+/// errors      EFileError it holds a NUL character, at which the system would cut it: another file
+std::string NativePath(std::u16string_view Path, std::u16string_view Message) {
+  std::string Name = ToUtf8(Path);
+  if (Name.find('\0') != std::string::npos) RaiseErrno(Message, Name, EINVAL);
+  return Name;
+}
+
 /// An open file, closed at the end of its life.
 class THandle {
 public:
   explicit THandle(int Handle) : FHandle(Handle) {}
-  ~THandle() { Close(); }
+  ~THandle() {
+    if (FHandle >= 0) close(FHandle);
+  }
   THandle(const THandle&) = delete;
   THandle& operator=(const THandle&) = delete;
   int Get() const { return FHandle; }
-  int Close() {
+  int Release() {
     const int Old = FHandle;
     FHandle = -1;
-    return Old < 0 ? 0 : close(Old);
+    return Old;
   }
 
 private:
   int FHandle;
 };
 
+/// open(), begun anew when a signal interrupts it.
+int OpenFile(const char* Name, int Flags, mode_t Mode = 0) {
+  for (;;) {
+    const int Handle = open(Name, Flags | O_CLOEXEC, Mode);
+    if (Handle >= 0 || errno != EINTR) return Handle;
+  }
+}
+
 /// The file at the end of a chain of links; it need not exist.
 std::string FollowLinks(std::string Path) {
   constexpr int MaxLinks = 40; // as the kernel has it
   for (int I = 0; I < MaxLinks; ++I) {
     std::error_code Error;
-    if (!fs::is_symlink(Path, Error)) return Path;
+    const fs::file_type Type = fs::symlink_status(Path, Error).type();
+    // Not knowing must not mean that a link is taken for a file and replaced.
+    if (Type == fs::file_type::none) RaiseErrno(u"Cannot be written", Path, Error.value());
+    if (Type != fs::file_type::symlink) return Path;
     const fs::path Target = fs::read_symlink(Path, Error);
     if (Error) RaiseErrno(u"Cannot follow the link", Path, Error.value());
     Path = Target.is_absolute() ? Target.string() : (fs::path(Path).parent_path() / Target).string();
@@ -58,17 +82,32 @@ std::string FollowLinks(std::string Path) {
   RaiseErrno(u"Cannot follow the link", Path, ELOOP);
 }
 
-/// A file that is removed again unless it has been renamed to its final place.
+/// The file that is to be replaced, if there is one.
+struct TOldFile {
+  bool Exists = false;
+  struct stat Info {};
+
+  explicit TOldFile(const std::string& Path) {
+    Exists = stat(Path.c_str(), &Info) == 0;
+    if (!Exists && errno != ENOENT) RaiseErrno(u"Cannot be written", Path, errno);
+    if (Exists && !S_ISREG(Info.st_mode))
+      throw EFileError(u"Cannot be replaced", FromUtf8(Path), u"Not a regular file");
+    // Renaming asks for rights on the folder only; a file that its owner has protected stays as it is.
+    if (Exists && faccessat(AT_FDCWD, Path.c_str(), W_OK, AT_EACCESS) != 0)
+      RaiseErrno(u"Cannot be replaced", Path, errno);
+  }
+};
+
+constexpr std::string_view TemporaryEnd = ".tmp";
+
+/// A file that is removed again unless it has been renamed to its final place. It is called Target, a dot,
+/// the process, a dash, a number, ".tmp", and is locked as long as its process lives: one that can be locked
+/// was left behind by a process that was killed.
 class TTemporaryFile {
 public:
-  TTemporaryFile(std::string Target, mode_t Mode)
-      : FTarget(std::move(Target)), FName(NewName(FTarget)),
-        FHandle(open(FName.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, Mode)) {
-    if (FHandle.Get() < 0) RaiseErrno(u"Cannot be written", FTarget, errno);
-    FExists = true;
-  }
+  TTemporaryFile(std::string Target, mode_t Mode) : FTarget(std::move(Target)), FHandle(Create(Mode)) {}
   ~TTemporaryFile() {
-    if (FExists) unlink(FName.c_str());
+    if (!FName.empty()) unlink(FName.c_str());
   }
   TTemporaryFile(const TTemporaryFile&) = delete;
   TTemporaryFile& operator=(const TTemporaryFile&) = delete;
@@ -84,34 +123,89 @@ public:
     while (!Content.empty()) {
       const ssize_t Written = write(FHandle.Get(), Content.data(), Content.size());
       if (Written < 0 && errno == EINTR) continue;
-      if (Written < 0) RaiseErrno(u"Cannot be written", FTarget, errno);
+      if (Written <= 0) RaiseErrno(u"Cannot be written", FTarget, Written < 0 ? errno : ENOSPC);
       Content.remove_prefix(static_cast<size_t>(Written));
     }
   }
 
+  /// The file stays open, and so locked, until it has its final name. What closing it could report has been
+  /// reported by fsync.
   void Publish() {
-    if (fsync(FHandle.Get()) != 0 || FHandle.Close() != 0) RaiseErrno(u"Cannot be written", FTarget, errno);
+    while (fsync(FHandle.Get()) != 0)
+      if (errno != EINTR) RaiseErrno(u"Cannot be written", FTarget, errno);
     if (rename(FName.c_str(), FTarget.c_str()) != 0) RaiseErrno(u"Cannot be replaced", FTarget, errno);
-    FExists = false;
+    FName.clear();
   }
 
 private:
+  int Create(mode_t Mode) {
+    constexpr int Tries = 1000; // names that a killed process of the same number has left behind
+    for (int I = 0; I < Tries; ++I) {
+      FName = NewName(FTarget);
+      THandle Handle(OpenFile(FName.c_str(), O_WRONLY | O_CREAT | O_EXCL, Mode));
+      if (Handle.Get() < 0) {
+        FName.clear();
+        if (errno == EEXIST) continue;
+        RaiseErrno(u"Cannot be written", FTarget, errno);
+      }
+      if (IsOurs(Handle.Get())) return Handle.Release();
+    }
+    FName.clear();
+    RaiseErrno(u"Cannot be written", FTarget, EEXIST);
+  }
+
+  /// False when another save, which is just clearing away what was left behind, came before the lock.
+  static bool IsOurs(int Handle) {
+    if (flock(Handle, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) return false;
+    struct stat Info {};
+    return fstat(Handle, &Info) != 0 || Info.st_nlink > 0;
+  }
+
   static std::string NewName(const std::string& Target) {
     static std::atomic<unsigned> Counter{0};
-    return Target + "." + std::to_string(getpid()) + "-" + std::to_string(++Counter) + ".tmp";
+    std::string Name = Target + "." + std::to_string(getpid()) + "-" + std::to_string(++Counter);
+    return Name.append(TemporaryEnd);
   }
 
   std::string FTarget;
-  std::string FName;
+  std::string FName; // empty: there is no file to remove
   THandle FHandle;
-  bool FExists = false;
 };
+
+/// True for Head, digits, a dash, digits, ".tmp".
+bool IsTemporaryName(std::string_view Name, std::string_view Head) {
+  if (Name.size() <= Head.size() + TemporaryEnd.size() || Name.substr(0, Head.size()) != Head) return false;
+  if (Name.substr(Name.size() - TemporaryEnd.size()) != TemporaryEnd) return false;
+  const std::string_view Middle = Name.substr(Head.size(), Name.size() - Head.size() - TemporaryEnd.size());
+  const size_t Dash = Middle.find('-');
+  auto IsNumber = [](std::string_view Text) {
+    return !Text.empty() &&
+           std::all_of(Text.begin(), Text.end(), [](char C) { return C >= '0' && C <= '9'; });
+  };
+  return Dash != std::string_view::npos && IsNumber(Middle.substr(0, Dash)) &&
+         IsNumber(Middle.substr(Dash + 1));
+}
+
+/// Removes what saves of killed processes have left beside Target. A temporary file that cannot be locked is
+/// in the works and stays; so does every one on a file system without locks. Failures do not matter here.
+void RemoveLeftovers(const std::string& Target) {
+  const fs::path Path(Target);
+  const std::string Head = Path.filename().string() + ".";
+  std::error_code Error;
+  fs::directory_iterator Entry(Path.has_parent_path() ? Path.parent_path() : fs::path("."), Error);
+  for (; !Error && Entry != fs::directory_iterator(); Entry.increment(Error)) {
+    if (!IsTemporaryName(Entry->path().filename().string(), Head)) continue;
+    const std::string Name = Entry->path().string();
+    const THandle Handle(OpenFile(Name.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW));
+    if (Handle.Get() >= 0 && flock(Handle.Get(), LOCK_EX | LOCK_NB) == 0) unlink(Name.c_str());
+  }
+}
 
 /// Makes a rename last through a power cut. The new file is in place already, so a failure here is no
 /// failure.
 void FlushFolder(const std::string& Target) {
   const fs::path Folder = fs::path(Target).parent_path();
-  const THandle Handle(open(Folder.empty() ? "." : Folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  const THandle Handle(OpenFile(Folder.empty() ? "." : Folder.c_str(), O_RDONLY | O_DIRECTORY));
   if (Handle.Get() >= 0 && fsync(Handle.Get()) != 0) errno = 0;
 }
 
@@ -144,7 +238,7 @@ std::u16string CommonDocumentsPath() {
 } // namespace platform
 
 void ForceDirectories(std::u16string_view Path) {
-  const std::string Name = ToUtf8(Path);
+  const std::string Name = NativePath(Path, u"Cannot create the folder");
   std::error_code Error;
   fs::create_directories(Name, Error);
   std::error_code Ignored;
@@ -152,35 +246,43 @@ void ForceDirectories(std::u16string_view Path) {
 }
 
 std::string ReadWholeFile(std::u16string_view Path) {
-  const std::string Name = ToUtf8(Path);
+  const std::string Name = NativePath(Path, u"Cannot be read");
   // Without O_NONBLOCK opening a pipe would wait for a writer before it can be refused.
-  const THandle Handle(open(Name.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  const THandle Handle(OpenFile(Name.c_str(), O_RDONLY | O_NONBLOCK));
   if (Handle.Get() < 0) RaiseErrno(u"Cannot be read", Name, errno);
   struct stat Info {};
   if (fstat(Handle.Get(), &Info) != 0) RaiseErrno(u"Cannot be read", Name, errno);
   if (!S_ISREG(Info.st_mode)) throw EFileError(u"Cannot be read", Path, u"Not a regular file");
-  std::string Content;
-  Content.resize(static_cast<size_t>(Info.st_size));
-  size_t Used = 0;
-  for (;;) {
-    if (Used == Content.size()) Content.resize(Used + (Used == static_cast<size_t>(Info.st_size) ? 1 : Used));
-    const ssize_t Got = read(Handle.Get(), Content.data() + Used, Content.size() - Used);
+  auto RequireSize = [&Name](std::uintmax_t Size) {
+    if (Size > MaxWholeFile) RaiseErrno(u"Cannot be read", Name, EFBIG);
+  };
+  RequireSize(static_cast<std::uintmax_t>(Info.st_size));
+  std::string Content(static_cast<size_t>(Info.st_size), '\0');
+  // Behind its end by the size it had, a file goes on only when it grows meanwhile.
+  char More[4096];
+  for (size_t Used = 0;;) {
+    const bool Inside = Used < Content.size();
+    const ssize_t Got = read(Handle.Get(), Inside ? Content.data() + Used : More,
+                             Inside ? Content.size() - Used : sizeof More);
     if (Got < 0 && errno == EINTR) continue;
     if (Got < 0) RaiseErrno(u"Cannot be read", Name, errno);
-    if (Got == 0) break;
+    if (Got == 0) {
+      Content.resize(Used);
+      return Content;
+    }
     Used += static_cast<size_t>(Got);
+    if (!Inside) Content.append(More, static_cast<size_t>(Got));
+    RequireSize(Used);
   }
-  Content.resize(Used);
-  return Content;
 }
 
 void WriteWholeFile(std::u16string_view Path, std::string_view Content) {
-  const std::string Target = FollowLinks(ToUtf8(Path));
-  struct stat Old {};
-  const bool Exists = stat(Target.c_str(), &Old) == 0;
-  if (Exists && !S_ISREG(Old.st_mode)) throw EFileError(u"Cannot be replaced", Path, u"Not a regular file");
-  TTemporaryFile File(Target, 0666);
-  if (Exists) File.TakeOwnerAndMode(Old);
+  const std::string Target = FollowLinks(NativePath(Path, u"Cannot be written"));
+  const TOldFile Old(Target);
+  RemoveLeftovers(Target);
+  // Nobody else may open the new file before it has the permissions of the old one.
+  TTemporaryFile File(Target, Old.Exists ? 0600 : 0666);
+  if (Old.Exists) File.TakeOwnerAndMode(Old.Info);
   File.Write(Content);
   File.Publish();
   FlushFolder(Target);

@@ -42,6 +42,13 @@ std::u16string SystemMessage(DWORD Code) {
   throw EFileError(std::u16string(Message), Path, SystemMessage(Code));
 }
 
+/// Path as the system takes it.
+/// errors      EFileError it holds a NUL character, at which the system would cut it: another file
+std::wstring NativePath(std::u16string_view Path, std::u16string_view Message) {
+  if (Path.find(u'\0') != Path.npos) RaiseLast(Message, Path, ERROR_INVALID_NAME);
+  return Wide(Path);
+}
+
 /// An open file, closed at the end of its life.
 class THandle {
 public:
@@ -185,7 +192,7 @@ std::u16string CommonDocumentsPath() {
 } // namespace platform
 
 void ForceDirectories(std::u16string_view Path) {
-  const std::wstring Whole = Wide(Path);
+  const std::wstring Whole = NativePath(Path, u"Cannot create the folder");
   auto IsFolder = [](const std::wstring& Name) {
     const DWORD Attributes = GetFileAttributesW(Name.c_str());
     return Attributes != INVALID_FILE_ATTRIBUTES && (Attributes & FILE_ATTRIBUTE_DIRECTORY);
@@ -205,7 +212,7 @@ namespace {
 /// Sharing everything: a reader must never stand in the way of another program's save. While that is going on
 /// there is a moment without any file of the name, or with one that cannot be opened.
 HANDLE OpenForReading(std::u16string_view Path) {
-  const std::wstring Name = Wide(Path);
+  const std::wstring Name = NativePath(Path, u"Cannot be read");
   constexpr int Tries = 4;
   for (int I = 1;; ++I) {
     const HANDLE File =
@@ -227,6 +234,8 @@ std::string ReadWholeFile(std::u16string_view Path) {
     throw EFileError(u"Cannot be read", Path, u"Not a regular file");
   LARGE_INTEGER Size{};
   if (!GetFileSizeEx(File.Get(), &Size)) RaiseLast(u"Cannot be read", Path);
+  if (Size.QuadPart > static_cast<LONGLONG>(MaxWholeFile))
+    RaiseLast(u"Cannot be read", Path, ERROR_FILE_TOO_LARGE);
   std::string Content(static_cast<size_t>(Size.QuadPart), '\0');
   size_t Used = 0;
   while (Used < Content.size()) {
@@ -241,7 +250,7 @@ std::string ReadWholeFile(std::u16string_view Path) {
 }
 
 void WriteWholeFile(std::u16string_view Path, std::string_view Content) {
-  const std::wstring Target = FollowLinks(FullPath(Wide(Path)));
+  const std::wstring Target = FollowLinks(FullPath(NativePath(Path, u"Cannot be written")));
   const DWORD Attributes = GetFileAttributesW(Target.c_str());
   if (Attributes != INVALID_FILE_ATTRIBUTES && (Attributes & FILE_ATTRIBUTE_DIRECTORY))
     throw EFileError(u"Cannot be replaced", Path, u"Not a regular file");
