@@ -3,6 +3,9 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 jobs=${UNITLIB_JOBS:-$(nproc)}
 
+# One compiler cache serves every checkout: paths count from the project's folder.
+export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$root} CCACHE_NOHASHDIR=${CCACHE_NOHASHDIR:-1}
+
 say() { printf '\n== %s\n' "$*"; }
 
 # as_root COMMAND...   runs it directly as root, with sudo otherwise

@@ -109,7 +109,7 @@ TLength ReadLength(std::u16string_view Token) {
 }
 
 double ToFeet(TLength Length) {
-  return Length.Value / (12 / Length.InchesEach);
+  return Length.InchesEach == 12 ? Length.Value : Length.Value / 12;
 }
 
 double ToMetres(TLength Length) {

@@ -21,8 +21,8 @@ char16_t* WriteDigits(std::uint64_t Value, char16_t* End) noexcept {
       char16_t Chars[200];
     } Table{};
     for (int I = 0; I < 100; ++I) {
-      Table.Chars[2 * I] = static_cast<char16_t>(u'0' + I / 10);
-      Table.Chars[2 * I + 1] = static_cast<char16_t>(u'0' + I % 10);
+      Table.Chars[I + I] = static_cast<char16_t>(u'0' + I / 10);
+      Table.Chars[I + I + 1] = static_cast<char16_t>(u'0' + I % 10);
     }
     return Table;
   }();

@@ -21,8 +21,8 @@ std::u16string PlaceText(std::u16string_view Problem, const EXmlError::TPlace& P
 EUnitError::EUnitError(std::u16string Message, std::u16string_view Text)
     : std::runtime_error(ToUtf8(Message)), FMessage(std::move(Message)), FText(Text) {}
 
-EFileError::EFileError(std::u16string Message, std::u16string_view Path, std::u16string_view Cause)
-    : EUnitError(std::u16string(Path) + u": " + Message + (Cause.empty() ? u"" : u": ") +
+EFileError::EFileError(std::u16string_view Message, std::u16string_view Path, std::u16string_view Cause)
+    : EUnitError(std::u16string(Path) + u": " + std::u16string(Message) + (Cause.empty() ? u"" : u": ") +
                      std::u16string(Cause),
                  Cause),
       FPath(Path) {}

@@ -42,7 +42,7 @@ public:
 /// A file that cannot be read, written or replaced. Text() is the cause as the system gives it.
 class EFileError : public EUnitError {
 public:
-  EFileError(std::u16string Message, std::u16string_view Path, std::u16string_view Cause);
+  EFileError(std::u16string_view Message, std::u16string_view Path, std::u16string_view Cause);
   const std::u16string& Path() const noexcept { return FPath; }
 
 private:

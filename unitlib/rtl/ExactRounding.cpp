@@ -14,7 +14,9 @@
 namespace unitlib {
 namespace {
 
-using TBigInt = boost::multiprecision::cpp_int;
+// Without expression templates: every step is a number of its own, nothing refers to a temporary.
+using TBigInt =
+    boost::multiprecision::number<boost::multiprecision::cpp_int_backend<>, boost::multiprecision::et_off>;
 
 constexpr double Tolerance = 1e-12;
 constexpr double MaxExact = 4503599627370496.0; // 2^52: below it a double has a fraction to look at
