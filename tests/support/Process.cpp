@@ -1,4 +1,4 @@
-#include "tests/hostile/Process.h"
+#include "tests/support/Process.h"
 
 #include <cstdio>
 #include <cstdlib>
