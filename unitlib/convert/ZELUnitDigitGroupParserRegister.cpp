@@ -3,6 +3,8 @@
 #include "unitlib/ZELUnitPackage.h"
 #include "unitlib/rtl/ClassRegistry.h"
 
+#include <utility>
+
 namespace unitlib {
 namespace {
 
@@ -18,7 +20,8 @@ void RegisterDigitGroupParser(std::u16string_view AName, TDigitGroupParserClass 
 
 std::unique_ptr<TDigitGroupParser> GetDigitGroupParser(std::u16string_view AName, std::u16string_view AText) {
   const TDigitGroupParserClass Class = Registry ? Registry->Find(AName) : nullptr;
-  return Class ? Class(AText) : std::make_unique<TDigitGroupParser>(AText);
+  auto Parser = Class ? Class(AText) : nullptr; // one of the host's may give none
+  return Parser ? std::move(Parser) : std::make_unique<TDigitGroupParser>(AText);
 }
 
 int LibraryGroupSize(std::u16string_view AName) noexcept {

@@ -82,12 +82,18 @@ void ReadDigitGroup(TXMLNode Node, TDigitGroup& Group) {
   Group.DigitGroupParserClassName = Node.AttributeText(u"DigitGroupParserClassName");
 }
 
+/// The current digit groups; absent together with the configurations, unless a host has changed one of both.
+TSystemUnitDataManager::TDigitGroupList& CurDigitGroups() {
+  TSystemUnitDataManager::DigitGroupCount(); // raises where there are none
+  return *TSystemUnitDataManager::FCurUseDigitGroupContainer;
+}
+
 } // namespace
 
 void TSystemUnitDataManager::ParseUnitConfigXMLFile(std::u16string_view FileName) {
   CanSave = false;
   TConfigList& Configs = CurUseUnitConfigContainer();
-  TDigitGroupList& Groups = *FCurUseDigitGroupContainer;
+  TDigitGroupList& Groups = CurDigitGroups();
   FUnitConfigFile = FileName.empty() ? GetExePath() + u"UnitConfig.xml" : std::u16string(FileName);
   const auto Document = CreateXMLDocument(true, true);
   Document->LoadFromFile(FUnitConfigFile);
@@ -105,6 +111,7 @@ void TSystemUnitDataManager::ParseUnitConfigXMLFile(std::u16string_view FileName
 
 void TSystemUnitDataManager::SaveConfigFile(std::u16string_view FileName) {
   const TConfigList& Configs = CurUseUnitConfigContainer();
+  const TDigitGroupList& Groups = CurDigitGroups();
   const std::u16string Target = FileName.empty() ? FUnitConfigFile : std::u16string(FileName);
   if (!CanSave)
     throw EFileError(u"Not saved, because the settings were not read to their end", Target, FUnitConfigFile);
@@ -117,7 +124,7 @@ void TSystemUnitDataManager::SaveConfigFile(std::u16string_view FileName) {
   TXMLNode GroupNode = Root.AddChild(u"DigitGroup");
   GroupNode.AddInteger(u"CurDigitGroupIndex", FCurDigitGroupIndex);
   Position = 0;
-  for (const auto& Group : *FCurUseDigitGroupContainer)
+  for (const auto& Group : Groups)
     GenerateOneGroup(GroupNode, Group->Description, Position++, Group->DigitGroupParserClassName);
   Document->SaveToFile(Target);
 }

@@ -216,7 +216,9 @@ std::u16string FloatToPlainStr(double Value) {
 std::u16string FixedToStr(double Value, int Decimals) {
   RequireFinite(Value);
   char Text[400]; // the largest double has 309 digits before the point
-  const char* End = std::to_chars(Text, Text + sizeof Text, Value, std::chars_format::fixed, Decimals).ptr;
+  const int Digits =
+      std::clamp(Decimals, 0, 15); // to_chars of GCC 12 writes past its end for the largest int
+  const char* End = std::to_chars(Text, Text + sizeof Text, Value, std::chars_format::fixed, Digits).ptr;
   return std::u16string(static_cast<const char*>(Text), End);
 }
 

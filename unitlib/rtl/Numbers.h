@@ -50,8 +50,8 @@ std::u16string FloatToStr(double Value);
 /// errors      ERangeError the value is not finite
 std::u16string FloatToPlainStr(double Value);
 
-/// A value with a fixed count of decimals (0 to 15), correctly rounded: FixedToStr(1.125, 5) == u"1.12500".
-/// errors      ERangeError the value is not finite
+/// A value with a fixed count of decimals (0 to 15; the nearer end for others), correctly rounded:
+/// FixedToStr(1.125, 5) == u"1.12500". errors      ERangeError the value is not finite
 std::u16string FixedToStr(double Value, int Decimals);
 
 std::u16string IntToStr(std::int64_t Value);

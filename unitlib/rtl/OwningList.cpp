@@ -9,4 +9,8 @@ void RaiseListIndex(int Index) {
   throw EListError(u"List index out of bounds (" + Text + u")", Text);
 }
 
+void RaiseNullItem() {
+  throw EListError(u"A list takes no item that is null", u"");
+}
+
 } // namespace unitlib

@@ -11,6 +11,8 @@ namespace unitlib {
 
 /// Raises EListError "List index out of bounds (Index)".
 [[noreturn]] void RaiseListIndex(int Index);
+/// Raises EListError: a list holds no null.
+[[noreturn]] void RaiseNullItem();
 
 /// Items are freed when removed or when the list is freed. Positions are 0-based and signed, as the model
 /// keeps them.
@@ -30,8 +32,11 @@ public:
     return Has(Index) ? FItems[static_cast<size_t>(Index)].get() : nullptr;
   }
 
-  /// Appends an item (a fresh one by default) and returns a reference to it.
-  T& Add(std::unique_ptr<T> Item = std::make_unique<T>()) { return *FItems.emplace_back(std::move(Item)); }
+  /// Appends an item (a fresh one by default) and returns a reference to it; EListError when it is null.
+  T& Add(std::unique_ptr<T> Item = std::make_unique<T>()) {
+    if (!Item) RaiseNullItem();
+    return *FItems.emplace_back(std::move(Item));
+  }
 
   /// Frees the item at Index; EListError when Index is outside the list.
   void Delete(int Index) {
