@@ -19,7 +19,7 @@ function(unitlib_install target component)
   endforeach()
 endfunction()
 
-unitlib_install(unitlib core HEADERS rtl model convert expr notify)
+unitlib_install(unitlib core HEADERS rtl model convert expr typing notify)
 install(FILES ${PROJECT_SOURCE_DIR}/unitlib/ZELUnitPackage.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/unitlib COMPONENT core)
 if(TARGET unitlib_ui)
   unitlib_install(unitlib_ui ui HEADERS ui)
