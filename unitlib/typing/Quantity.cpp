@@ -92,7 +92,8 @@ private:
     const TToken& Bar = Token(1);
     const TToken& Bottom = Token(2);
     if (Bottom.Value.Num() == 0) Refuse(TTypedProblem::Fraction, Bottom.Begin, u"the fraction is divided by zero");
-    if (Bottom.Text.front() == u'0') Refuse(TTypedProblem::Fraction, Bottom.Begin, u"the fraction starts with a zero");
+    if (Bottom.End - Bottom.Begin != Bottom.Text.size()) // which the facade refuses, too
+      Refuse(TTypedProblem::Fraction, Bottom.Begin, u"the fraction is divided by a number that starts with a zero");
     // 61⁄2 with the slash of typographers is what 6½ becomes on its way through some programs.
     if (Bar.Char == FractionSlash && Top.Value.Num() >= Bottom.Value.Num())
       RefuseRunTogether(Top, Bottom);
