@@ -84,6 +84,7 @@ void AddShowCommand(CLI::App& App, TContext& Context);
 void AddSetCommands(CLI::App& App, TContext& Context);        // use, set, group, reset
 void AddConvertCommands(CLI::App& App, TContext& Context);    // format, parse, check
 void AddExpressionCommands(CLI::App& App, TContext& Context); // eval, elev, expr
+void AddExplainCommand(CLI::App& App, TContext& Context);
 void AddScheduleCommand(CLI::App& App, TContext& Context);
 void AddCompareCommand(CLI::App& App, TContext& Context);
 

@@ -47,6 +47,7 @@ void AddCommands(CLI::App& App, TContext& Context) {
   AddScheduleCommand(App, Context);
   AddCompareCommand(App, Context);
   AddExpressionCommands(App, Context);
+  AddExplainCommand(App, Context);
 }
 
 /// Help and version go to standard output, everything else is wrong usage.

@@ -3,6 +3,7 @@
 #include "apps/unitctl/FormatOptions.h"
 #include "apps/unitctl/Names.h"
 #include "apps/unitctl/Session.h"
+#include "apps/unitctl/TypedOptions.h"
 #include "unitlib/convert/ZELUnitConvertor.h"
 #include "unitlib/rtl/Errors.h"
 #include "unitlib/rtl/Numbers.h"
@@ -19,6 +20,8 @@ struct TConvertOptions {
   std::string Measure;
   std::vector<std::string> Texts;
   TFormatOptions Format;
+  bool AsTyped = false;
+  TTypedFlags Typed;
 };
 
 /// Classify code of the measure; -1, "no measure", is one of its own.
@@ -71,11 +74,27 @@ std::string ParseOne(TContext& Context, const TMeasure& Measure, const std::stri
   return {};
 }
 
+/// The value, or what an expression with a name is handed on as.
+std::string ReadOne(TContext& Context, const TMeasure& Measure, const std::string& Typed,
+                    const TTypedOptions& Options) {
+  const TTypedReading Reading = ReadTyped(Measure.ClassifyCode, FromTerminal(Typed), Options);
+  if (Reading.Accepted)
+    return Reading.HasValue ? ToUtf8(FloatToStr(Reading.StoreValue)) : ToUtf8(Reading.Rewritten);
+  ComplainAboutTyped(Context, Typed, Reading);
+  return {};
+}
+
 void Parse(TContext& Context, const TConvertOptions& Options) {
   const TSession Session(Context);
   const TMeasure& Measure = FindConvertible(Options.Measure);
+  const TTypedFlags& Flags = Options.Typed;
+  if (!Options.AsTyped && (Flags.Expression || Flags.DecimalComma || !Flags.Languages.empty()))
+    throw ERefused("--expression, --decimal-comma and --language need --as-typed");
+  const TTypedOptions AsTyped = TypedOptions(Flags, Options.Format.Scale);
   for (const std::string& Typed : Options.Texts)
-    Context.Print(ParseOne(Context, Measure, Typed, Options.Format.Scale) + "\n");
+    Context.Print((Options.AsTyped ? ReadOne(Context, Measure, Typed, AsTyped)
+                                   : ParseOne(Context, Measure, Typed, Options.Format.Scale)) +
+                  "\n");
 }
 
 void Check(TContext& Context, const TConvertOptions& Options) {
@@ -109,10 +128,14 @@ void AddParse(CLI::App& App, TContext& Context) {
   auto Options = std::make_shared<TConvertOptions>();
   CLI::App* Command = AddCommand(App, "parse", "Read texts as stored values, one line each",
                                  "  unitctl parse 0 \"5' 6 1/2\\\"\" \"-3/4\\\"\"\n"
+                                 "  unitctl parse 0 --as-typed \"10'-6\\\"\" \"2.5 m\" \"10 ft 6 in\"\n"
                                  "A bad text gives an empty line and exit status 2.");
   AddMeasure(*Command, *Options);
   AddTexts(*Command, "TEXT", Options->Texts, "Texts as a user types them")->required();
   AddScaleOption(*Command, Options->Format.Scale);
+  Command->add_flag("--as-typed", Options->AsTyped,
+                    "Read the spellings of the trade, and refuse what has two readings");
+  AddTypedOptions(*Command, Options->Typed);
   Command->callback([&Context, Options] { Parse(Context, *Options); });
 }
 

@@ -1,7 +1,7 @@
 #include "tests/typing/TypedProperties.h"
 
-#include "unitlib/convert/ZELUnitConvertor.h"
 #include "unitlib/convert/ZELUnitCommon.h"
+#include "unitlib/convert/ZELUnitConvertor.h"
 #include "unitlib/model/ZELUnitConst.h"
 #include "unitlib/rtl/Errors.h"
 #include "unitlib/rtl/Numbers.h"
@@ -49,8 +49,8 @@ private:
     FUnit = &UseField(*FField);
     FUnit->CurRoundIndex = Below(std::max(1, FUnit->RoundContainer.Count() - 1)); // the last one may be empty
     FUnit->CurUnitSymbolIndex = Below(std::max(1, FUnit->UnitSymbolContainer.Count()));
-    for (TCheckBoxSetting* Setting : {&FUnit->UseDigitGroup, &FUnit->ShowPlusForPosValue, &FUnit->SuppressSpace,
-                                      &FUnit->Suppress0Feet, &FUnit->SuppressTrail0})
+    for (TCheckBoxSetting* Setting : {&FUnit->UseDigitGroup, &FUnit->ShowPlusForPosValue,
+                                      &FUnit->SuppressSpace, &FUnit->Suppress0Feet, &FUnit->SuppressTrail0})
       Setting->Checked = Below(2) == 0;
     TSystemUnitDataManager::SetCurDigitGroupIndex(Below(2));
     FOptions = {};
@@ -79,7 +79,8 @@ private:
     ++Counts.Texts;
     const TTypedReading Reading = ReadTyped(FField->Measure, Text.Text, FOptions);
     if (Text.MustBeRead && !Reading.Accepted) Fail(Text, "refused: " + ToUtf8(Reading.Reason));
-    if (Text.Value && Reading.Accepted && !(Reading.HasValue && Near(Reading.StoreValue, *Text.Value, Text.Largest)))
+    if (Text.Value && Reading.Accepted &&
+        !(Reading.HasValue && Near(Reading.StoreValue, *Text.Value, Text.Largest)))
       Fail(Text, "read as " + std::to_string(Reading.StoreValue) + ", worth " + std::to_string(*Text.Value));
     CheckSuggestions(Text, Reading);
     if (!Reading.Accepted || !Reading.HasValue) return;
@@ -95,20 +96,23 @@ private:
     ++Counts.ReadByFacade;
     const double Value = TMeasureDataManager::DisplayToStore(FField->Measure, Text.Text, BaseScale);
     if (!Near(Value, Reading.StoreValue, 0))
-      Fail(Text, "read as " + std::to_string(Reading.StoreValue) + ", by the facade as " + std::to_string(Value));
+      Fail(Text,
+           "read as " + std::to_string(Reading.StoreValue) + ", by the facade as " + std::to_string(Value));
   }
 
   /// The rewritten text of a single value is the facade's, with the same value.
   void CheckRewritten(const TTypedText& Text, const TTypedReading& Reading) {
     if (FOptions.Kind != TTypedKind::SingleValue) return;
     if (!TMeasureDataManager::CheckDisplay(FField->Measure, Reading.Rewritten) ||
-        !Near(TMeasureDataManager::DisplayToStore(FField->Measure, Reading.Rewritten, BaseScale), Reading.StoreValue, 0))
+        !Near(TMeasureDataManager::DisplayToStore(FField->Measure, Reading.Rewritten, BaseScale),
+              Reading.StoreValue, 0))
       Fail(Text, "rewritten as " + ToUtf8(Reading.Rewritten));
   }
 
   void CheckShownBack(const TTypedText& Text, const TTypedReading& Reading) {
     CheckRewritten(Text, Reading);
-    const std::u16string Shown = TMeasureDataManager::StoreToDisplay(FField->Measure, Reading.StoreValue, BaseScale, true);
+    const std::u16string Shown =
+        TMeasureDataManager::StoreToDisplay(FField->Measure, Reading.StoreValue, BaseScale, true);
     // 1,234 alone is refused where a comma may be the decimal mark: that is a rule.
     if (FOptions.DecimalComma && Shown.find(u',') != std::u16string::npos) return;
     const TTypedReading Again = ReadTyped(FField->Measure, Shown, FOptions);
@@ -118,8 +122,8 @@ private:
     if (!Again.Accepted)
       Fail(Text, "shown as " + ToUtf8(Shown) + ", which is refused: " + ToUtf8(Again.Reason));
     else if (std::abs(Again.StoreValue - Reading.StoreValue) > Half + Slack)
-      Fail(Text, "shown as " + ToUtf8(Shown) + ", which is read as " + std::to_string(Again.StoreValue) + " for " +
-                     std::to_string(Reading.StoreValue));
+      Fail(Text, "shown as " + ToUtf8(Shown) + ", which is read as " + std::to_string(Again.StoreValue) +
+                     " for " + std::to_string(Reading.StoreValue));
     else
       ++Counts.ShownBack;
   }
@@ -127,7 +131,8 @@ private:
   /// What is offered is read.
   void CheckSuggestions(const TTypedText& Text, const TTypedReading& Reading) {
     if (Reading.Accepted) return;
-    if (Reading.Reason.empty() || Reading.Offset > Text.Text.size()) Fail(Text, "refused without reason or place");
+    if (Reading.Reason.empty() || Reading.Offset > Text.Text.size())
+      Fail(Text, "refused without reason or place");
     for (const std::u16string& Suggestion : Reading.Suggestions)
       if (!ReadTyped(FField->Measure, Suggestion, FOptions).Accepted)
         Fail(Text, "suggests " + ToUtf8(Suggestion) + ", which is refused");

@@ -43,10 +43,21 @@ struct TStyle {
 };
 
 constexpr TStyle Styles[] = {
-    {u"'", u"\"", u""},          {u"'", u"\"", u" "},       {u"'", u"\"", u"-"},       {u"'", u"\"", u" - "},
-    {u"\u2032", u"\u2033", u""}, {u"\u2019", u"\u201D", u"-"}, {u"'", u"''", u"-"},     {u" ft", u" in", u" "},
-    {u"ft", u"in", u" "},        {u" feet", u" inches", u" "}, {u" ft.", u" in.", u" - "}, {u"'", u"\"", u"\u2009"},
-    {u"'", u"\"", u"\u2013"},    {u"\u00B4", u"\u00B4\u00B4", u""}, {u" feet", u" inches", u", "},
+    {u"'", u"\"", u""},
+    {u"'", u"\"", u" "},
+    {u"'", u"\"", u"-"},
+    {u"'", u"\"", u" - "},
+    {u"\u2032", u"\u2033", u""},
+    {u"\u2019", u"\u201D", u"-"},
+    {u"'", u"''", u"-"},
+    {u" ft", u" in", u" "},
+    {u"ft", u"in", u" "},
+    {u" feet", u" inches", u" "},
+    {u" ft.", u" in.", u" - "},
+    {u"'", u"\"", u"\u2009"},
+    {u"'", u"\"", u"\u2013"},
+    {u"\u00B4", u"\u00B4\u00B4", u""},
+    {u" feet", u" inches", u", "},
 };
 
 struct TFraction {
@@ -111,16 +122,17 @@ struct TUnitWord {
   double Size; // in base units, exact: international yard and pound, 1959
 };
 
-constexpr TUnitWord LengthWords[] = {{u" m", 1000},   {u"m", 1000},     {u" cm", 10},     {u"mm", 1},
-                                     {u" mm", 1},     {u" ft", 304.8},  {u" in", 25.4},   {u" yd", 914.4},
-                                     {u" metres", 1000}, {u"'", 304.8}, {u"\"", 25.4},    {u" LF", 304.8}};
-constexpr TUnitWord AreaWords[] = {{u" SF", 92903.04}, {u" sq ft", 92903.04}, {u" m2", 1e6},    {u" m\u00B2", 1e6},
-                                   {u"sqm", 1e6},      {u" SY", 836127.36},   {u" in2", 645.16}, {u" cm\u00B2", 100}};
-constexpr TUnitWord VolumeWords[] = {{u" CY", 764554857.984}, {u" cu yd", 764554857.984}, {u" CF", 28316846.592},
-                                     {u" cu. ft.", 28316846.592}, {u" m3", 1e9},          {u" m\u00B3", 1e9},
-                                     {u" liters", 1e6},           {u" in3", 16387.064}};
-constexpr TUnitWord MassWords[] = {{u" lb", 0.45359237}, {u" lbs", 0.45359237}, {u"kg", 1}, {u" g", 0.001},
-                                   {u" tonnes", 1000}};
+constexpr TUnitWord LengthWords[] = {{u" m", 1000},      {u"m", 1000},    {u" cm", 10},   {u"mm", 1},
+                                     {u" mm", 1},        {u" ft", 304.8}, {u" in", 25.4}, {u" yd", 914.4},
+                                     {u" metres", 1000}, {u"'", 304.8},   {u"\"", 25.4},  {u" LF", 304.8}};
+constexpr TUnitWord AreaWords[] = {{u" SF", 92903.04}, {u" sq ft", 92903.04}, {u" m2", 1e6},
+                                   {u" m\u00B2", 1e6}, {u"sqm", 1e6},         {u" SY", 836127.36},
+                                   {u" in2", 645.16},  {u" cm\u00B2", 100}};
+constexpr TUnitWord VolumeWords[] = {
+    {u" CY", 764554857.984}, {u" cu yd", 764554857.984}, {u" CF", 28316846.592}, {u" cu. ft.", 28316846.592},
+    {u" m3", 1e9},           {u" m\u00B3", 1e9},         {u" liters", 1e6},      {u" in3", 16387.064}};
+constexpr TUnitWord MassWords[] = {
+    {u" lb", 0.45359237}, {u" lbs", 0.45359237}, {u"kg", 1}, {u" g", 0.001}, {u" tonnes", 1000}};
 
 template <std::size_t N> TDecimal MakeWord(TRandom& Random, const TUnitWord (&Words)[N]) {
   const TUnitWord& Word = Words[Below(Random, static_cast<int>(N))];
@@ -148,8 +160,8 @@ TTypedText MakeTree(TRandom& Random, int Depth) {
   if (Below(Random, 3) == 0) {
     const int Factor = 2 + Below(Random, 8);
     const bool Times = Below(Random, 2) == 0;
-    return {u"(" + Left.Text + (Times ? u") * " : u") / ") + Number(Factor), Times ? L * Factor : L / Factor, true,
-            Left.Largest * 10};
+    return {u"(" + Left.Text + (Times ? u") * " : u") / ") + Number(Factor), Times ? L * Factor : L / Factor,
+            true, Left.Largest * 10};
   }
   const TTypedText Right = MakeTree(Random, Depth - 1);
   constexpr const char16_t* Plus[] = {u" + ", u"+", u" - -"};
@@ -195,7 +207,8 @@ TTypedText Mutate(const TTypedText& Text, TRandom& Random) {
   for (int Edits = 1 + Below(Random, 3); Edits > 0; --Edits) {
     std::u16string& T = Result.Text;
     const auto At = static_cast<std::size_t>(Below(Random, static_cast<int>(T.size()) + 1));
-    const char16_t C = Characters[static_cast<std::size_t>(Below(Random, static_cast<int>(Characters.size())))];
+    const char16_t C =
+        Characters[static_cast<std::size_t>(Below(Random, static_cast<int>(Characters.size())))];
     const int Edit = Below(Random, 3);
     if (Edit == 0)
       T.insert(At, 1, C);

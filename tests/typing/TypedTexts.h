@@ -1,4 +1,5 @@
-/// Typed texts made from known quantities: what they are worth comes from the quantity, not from reading them.
+/// Typed texts made from known quantities: what they are worth comes from the quantity, not from reading
+/// them.
 #pragma once
 
 #include "tests/typing/TypedFields.h"

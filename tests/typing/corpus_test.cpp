@@ -1,4 +1,5 @@
-/// Spellings worked out by hand, from tests/typing/corpus: each is read as its value or refused for its reason.
+/// Spellings worked out by hand, from tests/typing/corpus: each is read as its value or refused for its
+/// reason.
 #include "tests/typing/TypedFields.h"
 #include "unitlib/rtl/Text.h"
 
@@ -119,7 +120,8 @@ TEST_P(TypedCorpus, IsReadOrRefused) {
   for (const TRow& Row : Rows) ExpectReading(Row);
 }
 
-INSTANTIATE_TEST_SUITE_P(Files, TypedCorpus, ::testing::Values("single_imperial", "single_metric", "expressions"),
+INSTANTIATE_TEST_SUITE_P(Files, TypedCorpus,
+                         ::testing::Values("single_imperial", "single_metric", "expressions"),
                          [](const auto& Info) { return std::string(Info.param); });
 
 } // namespace

@@ -11,7 +11,8 @@ class TypedPropertiesTest : public TFactorySettings {};
 
 TEST_F(TypedPropertiesTest, HoldForGeneratedTexts) {
   SCOPED_TRACE("seed " + std::to_string(Seed));
-  const TPropertyCounts Counts = CheckProperties(Count, Seed, [](const std::string& What) { ADD_FAILURE() << What; });
+  const TPropertyCounts Counts =
+      CheckProperties(Count, Seed, [](const std::string& What) { ADD_FAILURE() << What; });
   EXPECT_EQ(Counts.Failures, 0U);
   // The properties were not true for want of texts.
   EXPECT_GT(Counts.Read, Count / 2);

@@ -47,8 +47,9 @@ TEST_F(TypedReadingTest, TellsWhatWasCalculated) {
 
 TEST_F(TypedReadingTest, RewritesIntoTheFacadesGrammar) {
   const std::pair<const char16_t*, const char16_t*> Rows[] = {
-      {u"10'-6\"", u"10'6\""}, {u"5.5'", u"5'6\""},       {u"5' 6.5\"", u"5'6 1/2\""}, {u"6½\"", u"6 1/2\""},
-      {u"5' 6\"", u"5' 6\""},  {u"2.5 m", u"8'2 54/127\""}, {u"-5'-6\"", u"-5'6\""},     {u"10 ft", u"10'"},
+      {u"10'-6\"", u"10'6\""}, {u"5.5'", u"5'6\""},    {u"5' 6.5\"", u"5'6 1/2\""},
+      {u"6½\"", u"6 1/2\""},   {u"5' 6\"", u"5' 6\""}, {u"2.5 m", u"8'2 54/127\""},
+      {u"-5'-6\"", u"-5'6\""}, {u"10 ft", u"10'"},
   };
   for (const auto& [Text, Rewritten] : Rows) {
     EXPECT_EQ(Read(Text).Rewritten, Rewritten);
@@ -57,7 +58,8 @@ TEST_F(TypedReadingTest, RewritesIntoTheFacadesGrammar) {
 }
 
 TEST_F(TypedReadingTest, GivesElevationsWhatTheirFunctionsRead) {
-  for (const char16_t* Text : {u"-5' 6 1/2\"", u"L1 - (-5' 6 1/2\")", u"2 * (3)", u"5 - -3", u"(1+2) * 3", u"2.5 m"}) {
+  for (const char16_t* Text :
+       {u"-5' 6 1/2\"", u"L1 - (-5' 6 1/2\")", u"2 * (3)", u"5 - -3", u"(1+2) * 3", u"2.5 m"}) {
     const TTypedReading Reading = ReadTyped(3, Text, Sum);
     ASSERT_TRUE(Reading.Accepted) << ToUtf8(Reading.Reason);
     EXPECT_TRUE(CheckElevEditValue(Reading.Rewritten)) << ToUtf8(Reading.Rewritten);
@@ -83,7 +85,8 @@ TEST_F(TypedReadingTest, SuggestsBothReadings) {
 
 TEST_F(TypedReadingTest, SaysWhereItStopped) {
   const std::pair<const char16_t*, std::size_t> Rows[] = {
-      {u"5 fet", 2}, {u"  5 fet", 4}, {u"10'+6\"", 3}, {u"5'6\"7\"", 4}, {u"", 0}, {u"   ", 3}, {u"5'6 1/0\"", 6},
+      {u"5 fet", 2}, {u"  5 fet", 4}, {u"10'+6\"", 3},   {u"5'6\"7\"", 4},
+      {u"", 0},      {u"   ", 3},     {u"5'6 1/0\"", 6},
   };
   for (const auto& [Text, Offset] : Rows) {
     EXPECT_FALSE(Read(Text).Accepted);
@@ -107,8 +110,9 @@ TEST_F(TypedReadingTest, ExplainsItsSteps) {
   }
   EXPECT_THAT(Names, ElementsAre(u"typed", u"understood", u"rewritten", u"imperial form", u"feet", u"inches",
                                  u"fraction", u"value", u"shown back"));
-  EXPECT_THAT(Texts, ElementsAre(u"10'-6 1/2\"", u"10 feet 6 1/2 inches, dash read as a separator", u"10'6 1/2\"",
-                                 u"10'6 1/2\"", u"10", u"6", u"1/2", u"3213.1 mm", u"10' 6 1/2\""));
+  EXPECT_THAT(Texts,
+              ElementsAre(u"10'-6 1/2\"", u"10 feet 6 1/2 inches, dash read as a separator", u"10'6 1/2\"",
+                          u"10'6 1/2\"", u"10", u"6", u"1/2", u"3213.1 mm", u"10' 6 1/2\""));
 }
 
 TEST_F(TypedReadingTest, RefusesLongTextsAtOnce) {

@@ -23,9 +23,10 @@ int main(int Count, char** Arguments) {
   const TSettings Settings;
   const auto Counts = unitlib::test::CheckProperties(
       Texts, Seed, [](const std::string& What) { std::fprintf(stderr, "%s\n", What.c_str()); });
-  std::printf("seed %llu: %llu texts, %llu read, %llu of them by the facade too, %llu shown back, %llu failures\n",
-              static_cast<unsigned long long>(Seed), static_cast<unsigned long long>(Counts.Texts),
-              static_cast<unsigned long long>(Counts.Read), static_cast<unsigned long long>(Counts.ReadByFacade),
-              static_cast<unsigned long long>(Counts.ShownBack), static_cast<unsigned long long>(Counts.Failures));
+  std::printf(
+      "seed %llu: %llu texts, %llu read, %llu of them by the facade too, %llu shown back, %llu failures\n",
+      static_cast<unsigned long long>(Seed), static_cast<unsigned long long>(Counts.Texts),
+      static_cast<unsigned long long>(Counts.Read), static_cast<unsigned long long>(Counts.ReadByFacade),
+      static_cast<unsigned long long>(Counts.ShownBack), static_cast<unsigned long long>(Counts.Failures));
   return Counts.Failures == 0 ? 0 : 1;
 }

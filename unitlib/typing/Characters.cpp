@@ -40,7 +40,8 @@ bool IsLetter(char16_t C) noexcept {
   if (C >= 0x3000 && C <= 0x303F) return false; // ideographic blanks and brackets
   if (C >= 0xD800 && C <= 0xF8FF) return false; // halves of pairs, private use
   if (C >= 0xFE00) return UpperAscii(PlainWidth(C)) >= u'A' && UpperAscii(PlainWidth(C)) <= u'Z';
-  return C >= 0xC0 && C != 0xD7 && C != 0xF7 && !IsFootMark(C) && !IsInchMark(C); // no times, no division sign
+  return C >= 0xC0 && C != 0xD7 && C != 0xF7 && !IsFootMark(C) &&
+         !IsInchMark(C); // no times, no division sign
 }
 
 char16_t PlainWidth(char16_t C) noexcept {

@@ -25,7 +25,8 @@ bool IsGrouped(TView Whole, char16_t Mark, std::size_t Size) {
   const std::size_t First = Whole.find(Mark);
   if (First == 0 || First > Size || Whole.front() == u'0') return false;
   for (TView Rest = Whole.substr(First); !Rest.empty(); Rest.remove_prefix(Size + 1))
-    if (Rest.front() != Mark || Rest.size() < Size + 1 || CountOf(Rest.substr(1, Size), Mark) != 0) return false;
+    if (Rest.front() != Mark || Rest.size() < Size + 1 || CountOf(Rest.substr(1, Size), Mark) != 0)
+      return false;
   return true;
 }
 

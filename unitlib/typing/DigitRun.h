@@ -10,9 +10,9 @@ namespace unitlib::typing {
 struct TDigitRun {
   std::u16string Text; // digits with at most one point; empty when the run is refused
   bool Grouped = false;
-  bool DecimalComma = false;    // its comma is the decimal mark
-  bool Ambiguous = false;       // refused because it can be read in two ways
-  std::u16string Reason;        // why it is refused
+  bool DecimalComma = false;            // its comma is the decimal mark
+  bool Ambiguous = false;               // refused because it can be read in two ways
+  std::u16string Reason;                // why it is refused
   std::vector<std::u16string> Readings; // what could be meant, digits with a point
 };
 

@@ -37,7 +37,7 @@ void AddImperialSteps(std::u16string_view Text, std::vector<TTypedStep>& Steps) 
 }
 
 std::u16string_view BaseUnit(TQuantityKind Kind) {
-  constexpr std::u16string_view Names[] = {u"",       u" mm",    u" mm2",   u" mm3", u" kg",
+  constexpr std::u16string_view Names[] = {u"",       u" mm",   u" mm2",   u" mm3", u" kg",
                                            u" kg/m3", u" m3/m", u" m3/m2", u" kg/m"};
   return Names[static_cast<std::size_t>(Kind)];
 }

@@ -5,8 +5,8 @@
 
 namespace unitlib::typing {
 
-/// The steps from the typed text to the value and back: symbol removed, imperial form, feet, inches, fraction,
-/// value, shown back.
+/// The steps from the typed text to the value and back: symbol removed, imperial form, feet, inches,
+/// fraction, value, shown back.
 std::vector<TTypedStep> Explain(std::u16string_view Text, const TTypedReading& Reading, double Base,
                                 const TField& Field);
 

@@ -33,7 +33,8 @@ struct TPending {
 
 bool IsProperFraction(const TQuantity& Quantity) {
   const TPart& Part = Quantity.Parts.front();
-  return Quantity.Parts.size() == 1 && Part.IsFraction && Part.Value < 1 && (!Part.Unit || IsUnit(Part.Unit, Inch));
+  return Quantity.Parts.size() == 1 && Part.IsFraction && Part.Value < 1 &&
+         (!Part.Unit || IsUnit(Part.Unit, Inch));
 }
 
 /// Whole numbers of inches, or a number alone: what a fraction might belong to.
@@ -71,7 +72,8 @@ public:
       Reduce();
     }
     if (FMixed && FOperands > 1)
-      Refuse(TTypedProblem::MissingMark, *FMixed, u"a number and a fraction without a unit; is an operator missing?");
+      Refuse(TTypedProblem::MissingMark, *FMixed,
+             u"a number and a fraction without a unit; is an operator missing?");
     return FTerms.back();
   }
 
@@ -117,7 +119,8 @@ private:
     ++FOperands;
     FNegative = Negative;
     if (Token().Kind == Name) return ReadName(Negative);
-    if (!StartsQuantity(Token())) Refuse(TTypedProblem::Arithmetic, Token().Begin, u"a number is missing here");
+    if (!StartsQuantity(Token()))
+      Refuse(TTypedProblem::Arithmetic, Token().Begin, u"a number is missing here");
     const TQuantity Quantity = ReadQuantity(FTokens, FAt, FField, FNotes);
     if (Quantity.IsPlain() && Quantity.Parts.front().Words.find(u' ') != std::u16string::npos)
       FMixed = Quantity.Begin;
@@ -140,8 +143,8 @@ private:
     if (FPending.empty() || FPending.back().Token.Kind != Dash || !FPending.back().Left) return;
     const TLeftSide& Left = *FPending.back().Left;
     if (IsAmbiguous(Left, Right, FField) || IsDashFraction(Left, Right))
-      Refuse(TTypedProblem::Ambiguous, FPending.back().Token.Begin,
-             u"the dash may join or take away", Left.Quantity.Begin, RightEnd(Right), Offers(Left.Quantity, Right));
+      Refuse(TTypedProblem::Ambiguous, FPending.back().Token.Begin, u"the dash may join or take away",
+             Left.Quantity.Begin, RightEnd(Right), Offers(Left.Quantity, Right));
   }
 
   std::u16string Typed(std::size_t Begin, std::size_t End) const {
@@ -167,7 +170,8 @@ private:
     std::u16string Joined = L;
     const bool Fraction = IsProperFraction(Right) || RightEnd(Right) != Right.End;
     if (Left.IsPlain() && !Fraction) Joined += u"'";
-    if (IsProperFraction(Right) && !Left.IsPlain() && !Left.LastUnmarked && Left.IsFeetInches() && !Left.IsFeetOnly())
+    if (IsProperFraction(Right) && !Left.IsPlain() && !Left.LastUnmarked && Left.IsFeetInches() &&
+        !Left.IsFeetOnly())
       Joined.pop_back(); // the inch mark moves behind the fraction
     Joined += u" " + R;
     if (Right.IsPlain()) Joined += u"\"";
@@ -277,7 +281,8 @@ void RequireStored(const TTerm& Term, const TExpressionValue& Value, double Metr
     Same = Stored.empty() ? Metres == 0 : TryStrToFloat(Stored, Number) && Agree(Number, Metres);
   }
   if (!Same)
-    Refuse(TTypedProblem::Name, Term.Begin, u"an elevation is a length, or one name with an offset such as L1+5'6\"");
+    Refuse(TTypedProblem::Name, Term.Begin,
+           u"an elevation is a length, or one name with an offset such as L1+5'6\"");
 }
 
 double InMetres(const TTerm& Term, const TField& Field) {
@@ -292,7 +297,8 @@ TExpressionValue Named(const TTerm& Term, const TField& Field) {
   const bool Negative = Term.Exact.IsNegative();
   const bool HasOffset = Term.HasOffset && Term.Exact.Num() != 0;
   if (Term.Sign < 0 && (Negative || !HasOffset))
-    Refuse(TTypedProblem::Name, Term.Begin, u"an elevation is a length, or one name with an offset such as L1+5'6\"");
+    Refuse(TTypedProblem::Name, Term.Begin,
+           u"an elevation is a length, or one name with an offset such as L1+5'6\"");
   const std::u16string Offset = HasOffset || !Term.Exact.IsExact()
                                     ? OffsetText(Term, Negative ? -Term.Exact : Term.Exact, Field)
                                     : std::u16string();
@@ -325,7 +331,8 @@ std::u16string ResultText(const TTerm& Term, double Base, const TField& Field) {
   if (Term.Kind == TKind::Plain)
     Text = FloatToPlainStr(std::abs(Term.Value));
   else if (Field.Kind == TQuantityKind::Length && Term.Exact.IsExact())
-    Text = LengthText((Term.Exact.IsNegative() ? -Term.Exact : Term.Exact) * TRational(5, 127), Field, Term.Begin);
+    Text = LengthText((Term.Exact.IsNegative() ? -Term.Exact : Term.Exact) * TRational(5, 127), Field,
+                      Term.Begin);
   else
     Text = NumberText(std::abs(Base), Field, Term.Begin);
   if (Base >= 0) return Text;
@@ -372,8 +379,8 @@ TExpressionValue Alone(const TQuantity& Quantity, bool Negative, const TField& F
 
 } // namespace
 
-TExpressionValue ReadExpression(const std::vector<TToken>& Tokens, std::u16string_view Text, const TField& Field,
-                                TNotes& Notes) {
+TExpressionValue ReadExpression(const std::vector<TToken>& Tokens, std::u16string_view Text,
+                                const TField& Field, TNotes& Notes) {
   TReader Reader(Tokens, Text, Field, Notes);
   const TTerm Term = Reader.Read();
   if (!Field.Unit) Refuse(TTypedProblem::Field, 0, u"the unit of this field reads its own texts only");

@@ -13,10 +13,9 @@ struct TExpressionValue {
   std::u16string Words;
 };
 
-/// Reads a whole text as an expression: quantities, + - * / and brackets; where the field takes names, one name
-/// with an offset.
-/// errors      TRefusal
-TExpressionValue ReadExpression(const std::vector<TToken>& Tokens, std::u16string_view Text, const TField& Field,
-                                TNotes& Notes);
+/// Reads a whole text as an expression: quantities, + - * / and brackets; where the field takes names, one
+/// name with an offset. errors      TRefusal
+TExpressionValue ReadExpression(const std::vector<TToken>& Tokens, std::u16string_view Text,
+                                const TField& Field, TNotes& Notes);
 
 } // namespace unitlib::typing

@@ -19,7 +19,8 @@ TField::TField(int AMeasure, const TTypedOptions& AOptions)
   Kind = Unit->Kind;
   IsImperialLength = IsFeetInches(Unit);
   IsDecimalFeet = IsUnit(Unit, Foot);
-  IsFractional = SameText(Class, u"TFractionalInchParser") || SameText(Class, u"TFeetAndFractionalInchParser");
+  IsFractional =
+      SameText(Class, u"TFractionalInchParser") || SameText(Class, u"TFeetAndFractionalInchParser");
 }
 
 bool TField::TakesNames() const noexcept {

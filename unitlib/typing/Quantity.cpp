@@ -91,12 +91,13 @@ private:
     const TToken& Top = Token();
     const TToken& Bar = Token(1);
     const TToken& Bottom = Token(2);
-    if (Bottom.Value.Num() == 0) Refuse(TTypedProblem::Fraction, Bottom.Begin, u"the fraction is divided by zero");
+    if (Bottom.Value.Num() == 0)
+      Refuse(TTypedProblem::Fraction, Bottom.Begin, u"the fraction is divided by zero");
     if (Bottom.End - Bottom.Begin != Bottom.Text.size()) // which the facade refuses, too
-      Refuse(TTypedProblem::Fraction, Bottom.Begin, u"the fraction is divided by a number that starts with a zero");
+      Refuse(TTypedProblem::Fraction, Bottom.Begin,
+             u"the fraction is divided by a number that starts with a zero");
     // 61⁄2 with the slash of typographers is what 6½ becomes on its way through some programs.
-    if (Bar.Char == FractionSlash && Top.Value.Num() >= Bottom.Value.Num())
-      RefuseRunTogether(Top, Bottom);
+    if (Bar.Char == FractionSlash && Top.Value.Num() >= Bottom.Value.Num()) RefuseRunTogether(Top, Bottom);
     FAt += 3;
     RequireNoSecondSlash();
     TPart Part;
@@ -110,8 +111,8 @@ private:
     std::u16string Apart = Top.Text;
     if (Apart.size() > 1) Apart.insert(Apart.size() - 1, u" ");
     Refuse(TTypedProblem::Ambiguous, Top.Begin,
-           u"this may be a fraction above one, or a number and a fraction run together", Top.Begin, Bottom.End,
-           {Apart + u"/" + Bottom.Text, Top.Text + u"/" + Bottom.Text});
+           u"this may be a fraction above one, or a number and a fraction run together", Top.Begin,
+           Bottom.End, {Apart + u"/" + Bottom.Text, Top.Text + u"/" + Bottom.Text});
   }
 
   void RequireNoSecondSlash() const {
@@ -144,11 +145,11 @@ private:
   void CheckDash() const {
     const TToken& Sign = Token();
     if (Sign.Char == MinusSign)
-      Refuse(TTypedProblem::Ambiguous, Sign.Begin, u"a minus sign between two numbers of one value", Sign.Begin, Sign.End,
-             {u" "});
+      Refuse(TTypedProblem::Ambiguous, Sign.Begin, u"a minus sign between two numbers of one value",
+             Sign.Begin, Sign.End, {u" "});
     if (Sign.BlankBefore && !Token(1).BlankBefore)
-      Refuse(TTypedProblem::Ambiguous, Sign.Begin, u"a dash with a blank before it only may be a separator or a sign",
-             Sign.Begin, Sign.End, {u""});
+      Refuse(TTypedProblem::Ambiguous, Sign.Begin,
+             u"a dash with a blank before it only may be a separator or a sign", Sign.Begin, Sign.End, {u""});
   }
 
   /// Feet behind yards, inches behind feet.
@@ -183,7 +184,8 @@ private:
     if (!Next.Unit) SupplyMark(Quantity, Next, Place);
     if (!IsFeetInches(Next.Unit)) Refuse(TTypedProblem::Order, Place, u"units of two systems in one value");
     const TRational Larger = InchesIn(*Last.Unit), Smaller = InchesIn(*Next.Unit);
-    if (!((Smaller - Larger) < 0)) Refuse(TTypedProblem::Order, Place, u"the larger unit comes first, each unit once");
+    if (!((Smaller - Larger) < 0))
+      Refuse(TTypedProblem::Order, Place, u"the larger unit comes first, each unit once");
     if (!(Next.Value * Smaller - Larger < 0) || (Next.Value * Smaller - Larger).Num() == 0)
       Refuse(TTypedProblem::Order, Place, u"the smaller unit makes a whole one of the larger");
     Quantity.Parts.push_back(std::move(Next));
@@ -198,8 +200,8 @@ private:
       Refuse(TTypedProblem::Ambiguous, Token().Begin, u"the dash may join or take away", Place, Token().End,
              {Next.Words + u" ", Next.Words + u"\"-"});
     if (!Allowed)
-      Refuse(TTypedProblem::MissingMark, Token().Begin, u"the inch mark is missing", Token(0).Begin, Token(0).Begin,
-             {u"\""});
+      Refuse(TTypedProblem::MissingMark, Token().Begin, u"the inch mark is missing", Token(0).Begin,
+             Token(0).Begin, {u"\""});
     Next.Unit = &UnitAt(Inch);
     Next.UnitIsMark = true;
     Quantity.LastUnmarked = true;
@@ -249,7 +251,8 @@ bool StartsQuantity(const TToken& Token) noexcept {
   return Token.Kind == Number || Token.Kind == Fraction;
 }
 
-TQuantity ReadQuantity(const std::vector<TToken>& Tokens, std::size_t& At, const TField& Field, TNotes& Notes) {
+TQuantity ReadQuantity(const std::vector<TToken>& Tokens, std::size_t& At, const TField& Field,
+                       TNotes& Notes) {
   return TReader(Tokens, At, Field, Notes).Read();
 }
 

@@ -17,8 +17,8 @@ struct TPart {
 };
 
 struct TQuantity {
-  std::vector<TPart> Parts;  // one; or yards, feet and inches in this order
-  std::size_t Begin = 0;     // in the typed text
+  std::vector<TPart> Parts; // one; or yards, feet and inches in this order
+  std::size_t Begin = 0;    // in the typed text
   std::size_t End = 0;
   bool LastUnmarked = false; // inches that have no mark behind feet that have one: 5'6
 
@@ -42,7 +42,8 @@ struct TQuantity {
 
 /// Reads the quantity that starts at a token, which moves behind it. A sign is not part of it.
 /// errors      TRefusal
-TQuantity ReadQuantity(const std::vector<TToken>& Tokens, std::size_t& At, const TField& Field, TNotes& Notes);
+TQuantity ReadQuantity(const std::vector<TToken>& Tokens, std::size_t& At, const TField& Field,
+                       TNotes& Notes);
 
 /// True at a token that a quantity can start with.
 bool StartsQuantity(const TToken& Token) noexcept;

@@ -24,7 +24,7 @@ public:
   TRational operator-(const TRational& Other) const { return *this + -Other; }
   TRational operator*(const TRational& Other) const;
   TRational operator/(const TRational& Other) const; // Other is not 0
-  bool operator<(std::int64_t Whole) const; // exact ones only
+  bool operator<(std::int64_t Whole) const;          // exact ones only
 
 private:
   std::int64_t FNum = 0;

@@ -79,8 +79,8 @@ std::u16string Typed(std::u16string_view Text, std::size_t Begin, std::size_t En
     std::vector<std::u16string> Offers;
     if (Field.IsImperialLength) Offers = {Number + u"' " + Behind + (IsEndWithSymbol(Behind) ? u"" : u"\"")};
     if (!Dashed) Offers.push_back(Number + Behind);
-    Refuse(TTypedProblem::Ambiguous, Rest.Begin, u"two numbers without marks between them", First.Begin, Text.size(),
-           std::move(Offers));
+    Refuse(TTypedProblem::Ambiguous, Rest.Begin, u"two numbers without marks between them", First.Begin,
+           Text.size(), std::move(Offers));
   }
   if (StartsQuantity(Rest)) Refuse(TTypedProblem::Order, Rest.Begin, u"a second number in one value");
   Refuse(TTypedProblem::Arithmetic, Rest.Begin, u"this field takes one value, no arithmetic");
@@ -89,8 +89,10 @@ std::u16string Typed(std::u16string_view Text, std::size_t Begin, std::size_t En
 /// In accounts brackets stand for a minus sign.
 [[noreturn]] void RefuseBrackets(std::u16string_view Text, std::size_t Place) {
   std::vector<std::u16string> Offers;
-  if (Place == 0 && Text.back() == u')') Offers = {Typed(Text, 1, Text.size() - 1), u"-" + Typed(Text, 1, Text.size() - 1)};
-  Refuse(TTypedProblem::Ambiguous, Place, u"a value in brackets may be negative or not", 0, Text.size(), std::move(Offers));
+  if (Place == 0 && Text.back() == u')')
+    Offers = {Typed(Text, 1, Text.size() - 1), u"-" + Typed(Text, 1, Text.size() - 1)};
+  Refuse(TTypedProblem::Ambiguous, Place, u"a value in brackets may be negative or not", 0, Text.size(),
+         std::move(Offers));
 }
 
 /// A sign at the start, which moves At behind it.
@@ -108,8 +110,7 @@ TResult ReadSingle(std::u16string_view Text, const TField& Field, bool ByFacade 
   const std::vector<TToken> Tokens = Tokenize(Text, Field, Notes);
   std::size_t At = 0;
   const bool Negative = ReadSign(Tokens, At);
-  if (Tokens[At].Kind == TTokenKind::Open)
-    RefuseBrackets(Text, Tokens[At].Begin);
+  if (Tokens[At].Kind == TTokenKind::Open) RefuseBrackets(Text, Tokens[At].Begin);
   const TQuantity Quantity = ReadQuantity(Tokens, At, Field, Notes);
   if (Tokens[At].Kind != TTokenKind::End && ByFacade)
     Refuse(TTypedProblem::Arithmetic, Tokens[At].Begin, u"not this layer's");
@@ -186,7 +187,8 @@ TResult ReadArithmetic(std::u16string_view Text, const TField& Field) {
 bool IsOneOperand(std::u16string_view Text, const TField& Field) {
   const bool NoOperator = Text.find_first_of(u"+-*()", 1) == std::u16string_view::npos;
   const bool Marked = IsEndWithSymbol(Text) && Text.front() != u'-';
-  if (!NoOperator || !Field.Check(Text) || !(IsNumeric(Text) || (Field.IsImperialLength && Marked))) return false;
+  if (!NoOperator || !Field.Check(Text) || !(IsNumeric(Text) || (Field.IsImperialLength && Marked)))
+    return false;
   if (Field.Measure != ElevationMeasure) return true;
   double Metres = 0;
   return CheckElevEditValue(Text) && TryStrToFloat(GetElevStoreValue(Text), Metres) &&
@@ -228,7 +230,8 @@ TTypedReading Accepted(std::u16string_view Text, const TResult& Result, const TF
 TTypedReading ReadIn(std::u16string_view Text, const TField& Field) {
   if (Text.empty()) Refuse(TTypedProblem::Empty, 0, u"there is nothing to read");
   if (Text.size() > MaxLength)
-    Refuse(TTypedProblem::TooLong, MaxLength, u"the text is longer than " + IntToStr(MaxLength) + u" characters");
+    Refuse(TTypedProblem::TooLong, MaxLength,
+           u"the text is longer than " + IntToStr(MaxLength) + u" characters");
   RequireClearCommas(Text, Field);
   return Accepted(Text, Field.IsExpression() ? Expression(Text, Field) : SingleValue(Text, Field), Field);
 }
@@ -275,8 +278,9 @@ TTypedReading ReadTyped(int Measure, std::u16string_view Text, const TTypedOptio
 
 std::u16string_view TypedProblemName(TTypedProblem Problem) noexcept {
   constexpr std::u16string_view Names[] = {
-      u"none",     u"empty",        u"ambiguous", u"missing-mark", u"other-quantity", u"unknown-unit", u"not-a-number",
-      u"fraction", u"order",        u"arithmetic", u"name",        u"range",          u"too-long",     u"field"};
+      u"none",         u"empty",        u"ambiguous", u"missing-mark", u"other-quantity",
+      u"unknown-unit", u"not-a-number", u"fraction",  u"order",        u"arithmetic",
+      u"name",         u"range",        u"too-long",  u"field"};
   return Names[static_cast<std::size_t>(Problem)];
 }
 

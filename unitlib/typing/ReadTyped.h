@@ -1,7 +1,7 @@
-/// Reads what people type into a value field: everything the conversion facade reads, with the same value, and
-/// the spellings of the trade that it refuses. What can be read in two ways is refused with both offered.
-///   ReadTyped(0, u"10'-6\"").StoreValue == 3200.4           // dash between feet and inches of a single value
-///   ReadTyped(0, u"2.5 m").Rewritten == u"8'2 54/127\""     // typed into a feet field
+/// Reads what people type into a value field: everything the conversion facade reads, with the same value,
+/// and the spellings of the trade that it refuses. What can be read in two ways is refused with both offered.
+///   ReadTyped(0, u"10'-6\"").StoreValue == 3200.4           // dash between feet and inches of a single
+///   value ReadTyped(0, u"2.5 m").Rewritten == u"8'2 54/127\""     // typed into a feet field
 ///
 /// How it works. The facade is asked first. What it refuses is cut into tokens (Tokens), read as one quantity
 /// (Quantity) or as an expression of quantities (Expression), and rewritten into the facade's own grammar
@@ -18,8 +18,8 @@
 
 namespace unitlib {
 
-/// What a field takes: one value, in which a dash separates feet, inches and fraction; or arithmetic, in which
-/// a dash may also take away. Expressions of measure 3 may hold one name (a level).
+/// What a field takes: one value, in which a dash separates feet, inches and fraction; or arithmetic, in
+/// which a dash may also take away. Expressions of measure 3 may hold one name (a level).
 enum class TTypedKind : std::uint8_t { SingleValue, Expression };
 
 /// Languages whose unit words are read, beside English; to be joined by |.
@@ -34,8 +34,8 @@ enum TTypedLanguage : std::uint32_t {
 
 struct TTypedOptions {
   TTypedKind Kind = TTypedKind::SingleValue;
-  int ScaleIndex = -1;               // store unit of the value, see TMeasureDataManager
-  bool DecimalComma = false;         // 2,5 is two and a half; the point stays a decimal mark too
+  int ScaleIndex = -1;                 // store unit of the value, see TMeasureDataManager
+  bool DecimalComma = false;           // 2,5 is two and a half; the point stays a decimal mark too
   std::uint32_t Languages = tlEnglish; // unit words
 };
 
@@ -54,7 +54,7 @@ enum class TTypedProblem : std::uint8_t {
   Name,          // a name that is none, or where none may stand
   Range,         // too large, too small, more digits than a value holds
   TooLong,
-  Field          // the measure has no unit that values could be read in
+  Field // the measure has no unit that values could be read in
 };
 
 /// One step of the reading, for explaining it: "feet" u"10".

@@ -16,7 +16,7 @@ struct TRefusal {
 
 [[noreturn]] void Refuse(TTypedProblem Problem, std::size_t Offset, std::u16string Reason);
 /// With texts to type instead of a part of the text.
-[[noreturn]] void Refuse(TTypedProblem Problem, std::size_t Offset, std::u16string Reason, std::size_t OfferBegin,
-                         std::size_t OfferEnd, std::vector<std::u16string> Offers);
+[[noreturn]] void Refuse(TTypedProblem Problem, std::size_t Offset, std::u16string Reason,
+                         std::size_t OfferBegin, std::size_t OfferEnd, std::vector<std::u16string> Offers);
 
 } // namespace unitlib::typing

@@ -41,8 +41,8 @@ std::u16string MissingMarkReason(const TQuantity& Quantity) {
 
 [[noreturn]] void RefuseUnmarked(const TQuantity& Quantity) {
   const std::u16string& Number = Quantity.Parts.front().Words;
-  Refuse(TTypedProblem::MissingMark, Quantity.End, MissingMarkReason(Quantity),
-         Quantity.Begin, Quantity.End, {Number + u" ft", Number + u" in"});
+  Refuse(TTypedProblem::MissingMark, Quantity.End, MissingMarkReason(Quantity), Quantity.Begin, Quantity.End,
+         {Number + u" ft", Number + u" in"});
 }
 
 /// A number without a unit counts the field's own.
@@ -153,11 +153,12 @@ TRewritten Rewrite(const TQuantity& Quantity, const TField& Field) {
   if (!Field.Unit)
     Refuse(TTypedProblem::Field, Quantity.Begin, u"the unit of this field reads its own texts only");
   RequireSameKind(Quantity, Field);
-  const TRewritten Result = Quantity.IsPlain()         ? RewritePlain(Quantity, Field)
+  const TRewritten Result = Quantity.IsPlain()        ? RewritePlain(Quantity, Field)
                             : Quantity.IsFeetInches() ? RewriteFeetInches(Quantity, Field)
                                                       : RewriteUnit(Quantity, Field);
   const bool Read = Field.Check(Result.Text);
-  if (!Read || !Agree(Field.StoreBase(Result.Text), Result.Base) || !Agree(Expected(Quantity, Field), Result.Base))
+  if (!Read || !Agree(Field.StoreBase(Result.Text), Result.Base) ||
+      !Agree(Expected(Quantity, Field), Result.Base))
     Refuse(TTypedProblem::Range, Quantity.Begin, u"this value cannot be written in the unit of the field");
   return Result;
 }

@@ -14,10 +14,10 @@ struct TTerm {
   TRational Exact;        // the same for counts and lengths (mm), as long as it can be kept
   bool OnlyMarks = false; // an amount written with foot and inch marks alone
   bool InBrackets = false;
-  std::u16string Text;    // in the grammar of the engine
-  std::u16string Engine;  // the same with every amount as its number of base units
+  std::u16string Text;   // in the grammar of the engine
+  std::u16string Engine; // the same with every amount as its number of base units
 
-  std::u16string Name;             // of a name: Sign x name + offset
+  std::u16string Name; // of a name: Sign x name + offset
   int Sign = 1;
   bool HasOffset = false;          // of a name; false: of which nothing is known
   TKind OffsetKind = TKind::Plain; // what the offset counts

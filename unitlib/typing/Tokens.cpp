@@ -55,7 +55,9 @@ private:
   char16_t At(std::size_t Ahead = 0) const {
     return FAt + Ahead < FText.size() ? PlainWidth(FText[FAt + Ahead]) : u'\0';
   }
-  char16_t Raw(std::size_t Ahead = 0) const { return FAt + Ahead < FText.size() ? FText[FAt + Ahead] : u'\0'; }
+  char16_t Raw(std::size_t Ahead = 0) const {
+    return FAt + Ahead < FText.size() ? FText[FAt + Ahead] : u'\0';
+  }
   bool Behind(TTokenKind Kind) const { return !FTokens.empty() && FTokens.back().Kind == Kind; }
   bool BehindNumber() const { return Behind(Number) || Behind(Fraction); }
 
@@ -104,7 +106,8 @@ private:
       if (Behind(Unit) && IsBlank(Raw(1))) return Take(And, 1);
       break;
     case 0x00D7:
-      Refuse(TTypedProblem::Arithmetic, FAt, u"\u00D7 may be a size (2 by 4) or a product; a product has a *");
+      Refuse(TTypedProblem::Arithmetic, FAt,
+             u"\u00D7 may be a size (2 by 4) or a product; a product has a *");
     default:
       break;
     }
@@ -163,8 +166,8 @@ private:
   }
 
   [[noreturn]] void RefuseRun(std::size_t Begin, const TDigitRun& Run) const {
-    Refuse(Run.Ambiguous ? TTypedProblem::Ambiguous : TTypedProblem::NotANumber, Begin, Run.Reason, Begin, FAt,
-           Run.Readings);
+    Refuse(Run.Ambiguous ? TTypedProblem::Ambiguous : TTypedProblem::NotANumber, Begin, Run.Reason, Begin,
+           FAt, Run.Readings);
   }
 
   /// Leading zeros do not count. The text keeps one before the point.
@@ -273,8 +276,9 @@ private:
   }
 
   [[noreturn]] void RefuseTon(std::size_t Length) const {
-    Refuse(TTypedProblem::Ambiguous, FAt, u"a ton may be metric, short or long; write it in tonnes, pounds or kilograms",
-           FAt, FAt + Length, {u"tonnes"});
+    Refuse(TTypedProblem::Ambiguous, FAt,
+           u"a ton may be metric, short or long; write it in tonnes, pounds or kilograms", FAt, FAt + Length,
+           {u"tonnes"});
   }
 
   /// A name: letters, digits and _ . # : with single blanks between.
@@ -323,8 +327,8 @@ void RequireClearCommas(std::u16string_view Text, const TField& Field) {
     if (Run.find(u',') == std::u16string_view::npos || Run.find_first_of(u"0123456789") == Run.npos) continue;
     const TDigitRun Read = ReadDigitRun(Run, Field.Options.DecimalComma);
     if (Read.Reason.empty()) continue;
-    Refuse(Read.Ambiguous ? TTypedProblem::Ambiguous : TTypedProblem::NotANumber, Begin, Read.Reason, Begin, End,
-           Read.Readings);
+    Refuse(Read.Ambiguous ? TTypedProblem::Ambiguous : TTypedProblem::NotANumber, Begin, Read.Reason, Begin,
+           End, Read.Readings);
   }
 }
 

@@ -12,8 +12,8 @@ namespace {
 
 using enum TQuantityKind;
 
-// Sizes: international yard and pound, 1959 (inch 25.4 mm, pound 0.45359237 kg); densities and the tonne as the
-// library's own parsers have them.
+// Sizes: international yard and pound, 1959 (inch 25.4 mm, pound 0.45359237 kg); densities and the tonne as
+// the library's own parsers have them.
 constexpr TUnitRow Units[] = {
     {Length, u"TDecimalFeetParser", 1, 1, 304.8, u"foot", u"feet"},
     {Length, u"TDecimalInchParser", 1, 1, 25.4, u"inch", u"inches"},
@@ -46,7 +46,8 @@ constexpr TUnitRow Units[] = {
     {Density, u"TPoundPerCubicYardParser", 1, 1, 0.593276421257783, u"pound per cubic yard",
      u"pounds per cubic yard"},
     {LineVolume, u"TCubicMetersPerMeterParser", 1, 1, 1, u"cubic meter per meter", u"cubic meters per meter"},
-    {LineVolume, u"TCubicFeetPerFootParser", 1, 1, 0.09290304, u"cubic foot per foot", u"cubic feet per foot"},
+    {LineVolume, u"TCubicFeetPerFootParser", 1, 1, 0.09290304, u"cubic foot per foot",
+     u"cubic feet per foot"},
     {LineVolume, u"TCubicYardsPerFootParser", 1, 1, 2.50838208, u"cubic yard per foot",
      u"cubic yards per foot"},
     {AreaVolume, u"TCubicMetersPerSquareMetersParser", 1, 1, 1, u"cubic meter per square meter",
@@ -79,7 +80,8 @@ constexpr TWordRow Words[] = {
     {u"square inch", tlEnglish, u"si|sqin|sq in|sq inch|sq inches|in2|square inch|square inches|square in"},
     {u"square yard", tlEnglish, u"sy|sqyd|sq yd|sq yds|sq yard|sq yards|yd2|square yard|square yards"},
     {u"square meter", tlEnglish,
-     u"m2|sqm|sq m|sq meter|sq meters|sq metre|sq metres|square meter|square meters|square metre|square metres"},
+     u"m2|sqm|sq m|sq meter|sq meters|sq metre|sq metres|square meter|square meters|square metre|square "
+     u"metres"},
     {u"square centimeter", tlEnglish,
      u"cm2|sqcm|sq cm|square centimeter|square centimeters|square centimetre|square centimetres"},
     {u"square millimeter", tlEnglish,
@@ -156,7 +158,8 @@ const TUnitRow* UnitNamed(std::u16string_view Singular) noexcept {
   return nullptr;
 }
 
-/// Where a text stops matching a word, or 0. Blanks of the word may be missing in the text and stand for more.
+/// Where a text stops matching a word, or 0. Blanks of the word may be missing in the text and stand for
+/// more.
 std::size_t MatchWord(std::u16string_view Text, std::u16string_view Word) {
   std::size_t At = 0;
   const auto SkipDots = [&] {
@@ -205,7 +208,8 @@ const TUnitRow& UnitAt(int Index) noexcept {
 }
 
 const TUnitRow* UnitOfClass(std::u16string_view ParserClass) noexcept {
-  if (SameText(ParserClass, u"TFractionalInchParser") || SameText(ParserClass, u"TFeetAndFractionalInchParser"))
+  if (SameText(ParserClass, u"TFractionalInchParser") ||
+      SameText(ParserClass, u"TFeetAndFractionalInchParser"))
     return &Units[Inch];
   for (const TUnitRow& Row : Units)
     if (Row.Num == 1 && Row.Den == 1 && SameText(Row.ParserClass, ParserClass)) return &Row;
@@ -229,8 +233,8 @@ TUnitMatch MatchUnit(std::u16string_view Text, std::uint32_t Languages) {
 
 std::u16string_view KindName(TQuantityKind Kind) noexcept {
   constexpr std::u16string_view Names[] = {
-      u"a quantity",  u"a length",            u"an area",           u"a volume",         u"a mass",
-      u"a density",   u"a volume per length", u"a volume per area", u"a mass per length"};
+      u"a quantity",          u"a length",          u"an area",          u"a volume", u"a mass", u"a density",
+      u"a volume per length", u"a volume per area", u"a mass per length"};
   return Names[static_cast<std::size_t>(Kind)];
 }
 
