@@ -64,6 +64,14 @@ const TSettingsText& TSettingsText::Small() {
   return Text;
 }
 
+std::string TSettingsText::SmallWithElevation() {
+  std::string Text = Small().Text();
+  const std::size_t Begin = Text.find("      <Measurement "), End = Text.find("    </Config>");
+  std::string Second = Replaced(Text.substr(Begin, End - Begin), "ClassifyCode=\"0\"", "ClassifyCode=\"3\"");
+  Second = Replaced(Second, "OrderIndex=\"0\" DefUnit", "OrderIndex=\"1\" DefUnit");
+  return Text.insert(End, Second);
+}
+
 TSettingsText::TSettingsText(std::string_view Text) {
   static const std::regex Name(R"(^ *<(\w+))"), Item(R"x( (\w+)="([^"]*)")x");
   std::istringstream Stream{std::string(Text)};

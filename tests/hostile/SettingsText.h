@@ -16,6 +16,9 @@ public:
   /// The same cut down to one configuration with one measure with one unit with one round and one symbol.
   static const TSettingsText& Small();
 
+  /// The same with a second such measure, of elevations.
+  static std::string SmallWithElevation();
+
   struct TAttribute {
     std::string Name, Value;
   };

@@ -1,7 +1,7 @@
 /// Big files and what is no file at all, through the C interface and unitctl, each in a process of its own:
 /// its end, its memory, and that the library works on.
-#include "tests/support/Process.h"
 #include "tests/hostile/SettingsText.h"
+#include "tests/support/Process.h"
 #include "tests/support/Settings.h"
 #include "unitlib/capi/unitlib.h"
 

@@ -12,8 +12,10 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <dirent.h>
 #include <fcntl.h>
 #include <filesystem>
+#include <memory>
 #include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -189,13 +191,14 @@ bool IsTemporaryName(std::string_view Name, std::string_view Head) {
 /// Removes what saves of killed processes have left beside Target. A temporary file that cannot be locked is
 /// in the works and stays; so does every one on a file system without locks. Failures do not matter here.
 void RemoveLeftovers(const std::string& Target) {
-  const fs::path Path(Target);
-  const std::string Head = Path.filename().string() + ".";
-  std::error_code Error;
-  fs::directory_iterator Entry(Path.has_parent_path() ? Path.parent_path() : fs::path("."), Error);
-  for (; !Error && Entry != fs::directory_iterator(); Entry.increment(Error)) {
-    if (!IsTemporaryName(Entry->path().filename().string(), Head)) continue;
-    const std::string Name = Entry->path().string();
+  // Not std::filesystem::directory_iterator: that of GCC 12 ends the process where memory runs out.
+  const size_t Split = Target.rfind('/') + 1;
+  const std::string Folder = Target.substr(0, Split), Head = Target.substr(Split) + ".";
+  const std::unique_ptr<DIR, int (*)(DIR*)> Entries(opendir(Split == 0 ? "." : Folder.c_str()), closedir);
+  if (!Entries) return;
+  while (const dirent* const Entry = readdir(Entries.get())) {
+    if (!IsTemporaryName(Entry->d_name, Head)) continue;
+    const std::string Name = Folder + Entry->d_name;
     const THandle Handle(OpenFile(Name.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW));
     if (Handle.Get() >= 0 && flock(Handle.Get(), LOCK_EX | LOCK_NB) == 0) unlink(Name.c_str());
   }
