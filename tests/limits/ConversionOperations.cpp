@@ -8,6 +8,7 @@
 #include "unitlib/model/ZELUnitMgr.h"
 #include "unitlib/rtl/Numbers.h"
 #include "unitlib/rtl/Text.h"
+#include "unitlib/typing/ReadTyped.h"
 
 namespace unitlib::test {
 namespace {
@@ -86,6 +87,20 @@ std::vector<TOperation> ConversionOperations() {
            Try([=] { TFacade::GetUnitSymbol(Code, Code > 0); });
            Try([=] { TCommonUnitCommand(Code).HasUnitSymbol(); });
          }
+       }},
+      {"ReadTyped",
+       [](const TTry& Try) {
+         for (const int Code : {-1, 0, 1, 3, 99})
+           for (const auto& Text : Texts())
+             for (const TTypedKind Kind : {TTypedKind::SingleValue, TTypedKind::Expression})
+               Try([&] {
+                 TTypedOptions Options;
+                 Options.Kind = Kind;
+                 Options.ScaleIndex = Code;
+                 Options.DecimalComma = Code > 0;
+                 Options.Languages = Code > 0 ? std::uint32_t{tlAll} : 0xFFFFFFFFU;
+                 ReadTyped(Code, Text, Options);
+               });
        }},
       {"parsers of the units",
        [](const TTry& Try) {

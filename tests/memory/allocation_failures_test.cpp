@@ -11,6 +11,7 @@
 #include "unitlib/notify/ZELUnitRefreshUtils.h"
 #include "unitlib/rtl/Errors.h"
 #include "unitlib/rtl/Files.h"
+#include "unitlib/typing/ReadTyped.h"
 
 #include <cmath>
 #include <iostream>
@@ -34,6 +35,12 @@ struct TRow {
   void (*Run)();
   bool MayFailOtherwise = false; // an error of the family is what the operation is about
 };
+
+TTypedOptions TypedExpression() {
+  TTypedOptions Options;
+  Options.Kind = TTypedKind::Expression;
+  return Options;
+}
 
 constexpr std::u16string_view LongExpression =
     u"(1+2)*3-L1*(4+5'6\")/7+(((8-9)*10+11)*12-13/14+15)*16-((17+18)*(19+20))-(21+(22+(23+24)))";
@@ -79,6 +86,8 @@ const TRow Rows[] = {
        List.DoEvent();
        List.Detach(MethodOf<&TListener::Notify>(&Listener));
      }},
+    {"ReadTyped", [] { ReadTyped(0, u"10'-6 1/2\" + 3 1/2 in * 2", TypedExpression()); }},
+    {"ReadTypedAmbiguous", [] { ReadTyped(0, u"5-6 3", {}); }},
     {"Descriptions",
      [] {
        TManager::CurConfig()->MeasureContainer[0].GetUnitDescriptionArray();

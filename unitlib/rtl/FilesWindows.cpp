@@ -89,10 +89,7 @@ std::wstring FollowLinks(const std::wstring& Path) {
 /// A file that is removed again unless it has been moved to its final place.
 class TTemporaryFile {
 public:
-  explicit TTemporaryFile(std::wstring Target)
-      : FTarget(std::move(Target)), FName(NewName(FTarget)),
-        FHandle(CreateFileW(FName.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
-                            nullptr)) {
+  explicit TTemporaryFile(std::wstring Target) : FTarget(std::move(Target)), FHandle(Create()) {
     if (!FHandle.IsOpen()) RaiseLast(u"Cannot be written", Narrow(FTarget));
     FExists = true;
   }
@@ -126,6 +123,16 @@ public:
   }
 
 private:
+  HANDLE Create() {
+    constexpr int Tries = 1000; // names that a killed process of the same number has left behind
+    for (int I = 1;; ++I) {
+      FName = NewName(FTarget);
+      const HANDLE File =
+          CreateFileW(FName.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+      if (File != INVALID_HANDLE_VALUE || GetLastError() != ERROR_FILE_EXISTS || I == Tries) return File;
+    }
+  }
+
   /// Somebody else holds the old file, or is just replacing it himself.
   static bool MayPass(DWORD Code) {
     constexpr DWORD Codes[] = {ERROR_SHARING_VIOLATION, ERROR_ACCESS_DENIED,
