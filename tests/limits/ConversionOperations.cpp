@@ -90,7 +90,7 @@ std::vector<TOperation> ConversionOperations() {
        }},
       {"ReadTyped",
        [](const TTry& Try) {
-         for (const int Code : {-1, 0, 1, 3, 99})
+         for (const int Code : {0, 3, 99})
            for (const auto& Text : Texts())
              for (const TTypedKind Kind : {TTypedKind::SingleValue, TTypedKind::Expression})
                Try([&] {
