@@ -14,14 +14,27 @@ namespace {
 
 /// Edits a cell's edit text instead of the one it shows, so that nothing is lost to rounding by looking at
 /// it.
+/// Tells the grid what is typed.
 class TCellEditor final : public wxGridCellTextEditor {
 public:
+  void Create(wxWindow* Parent, wxWindowID Id, wxEvtHandler* Handler) override {
+    wxGridCellTextEditor::Create(Parent, Id, Handler);
+    Text()->Bind(wxEVT_TEXT, [this](wxCommandEvent& Event) {
+      Event.Skip();
+      if (FGrid) FGrid->TellTyping(FRow, FColumn, Text()->GetValue());
+    });
+  }
+
   void BeginEdit(int Row, int Column, wxGrid* Grid) override {
+    FGrid = static_cast<TScheduleGrid*>(Grid);
+    FRow = Row;
+    FColumn = Column;
     const auto& Table = static_cast<const TScheduleTable&>(*Grid->GetTable());
     FUnchanged = Table.EditText(Row, Column);
     FStart = Table.StartText(Row, Column);
     DoBeginEdit(FStart);
     Text()->SetInsertionPointEnd(); // F2 goes on with the text ...
+    FGrid->TellTyping(Row, Column, FStart);
   }
 
   void StartingKey(wxKeyEvent& Event) override {
@@ -48,6 +61,9 @@ public:
   wxGridCellEditor* Clone() const override { return new TCellEditor(*this); }
 
 private:
+  TScheduleGrid* FGrid = nullptr;
+  int FRow = 0;
+  int FColumn = 0;
   wxString FUnchanged;
   wxString FStart;
   wxString FEdited;
@@ -63,6 +79,10 @@ TScheduleGrid::TScheduleGrid(wxWindow* Parent)
   SetUpColumns();
   Bind(wxEVT_GRID_SELECT_CELL, [this](wxGridEvent& Event) {
     if (!FReturning) FTable->ForgetRefused(Event.GetRow(), Event.GetCol());
+    Event.Skip();
+  });
+  Bind(wxEVT_GRID_EDITOR_HIDDEN, [this](wxGridEvent& Event) {
+    if (OnTyping) OnTyping({});
     Event.Skip();
   });
   UnitRefreshManager()->BeforeUnitChangeAttach(MethodOf<&TScheduleGrid::BeforeUnitChange>(this));
@@ -144,6 +164,10 @@ std::vector<std::size_t> TScheduleGrid::ChosenRows() const {
 void TScheduleGrid::GoTo(std::size_t Row, TColumn Column) {
   GoToCell(static_cast<int>(Row), Column);
   SetFocus();
+}
+
+void TScheduleGrid::TellTyping(int Row, int Column, const wxString& Text) {
+  if (OnTyping) OnTyping(FTable->Hint(Row, Column, Text));
 }
 
 void TScheduleGrid::RefreshUnit() {

@@ -15,6 +15,12 @@ public:
   /// What became of an edit.
   std::function<void(const TScheduleTable::TEdit&)> OnEdit;
 
+  /// How the text in the open editor would be read; empty when there is none.
+  std::function<void(const wxString&)> OnTyping;
+
+  /// Called by the editor as its text changes.
+  void TellTyping(int Row, int Column, const wxString& Text);
+
   /// Shows a project (borrowed; null: none).
   void SetProject(TProject* Project);
   /// After rows were added to or taken from the project.

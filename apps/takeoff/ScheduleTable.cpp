@@ -54,6 +54,17 @@ wxString TScheduleTable::StartText(int Row, int Column) const {
   return EditText(Row, Column);
 }
 
+wxString TScheduleTable::Hint(int Row, int Column, const wxString& Text) const {
+  switch (Column) {
+  case ValueColumn:
+    return ToWx(TValueField(Item(Row).Measure).Hint(FromWx(Text)));
+  case ElevationColumn:
+    return ToWx(TElevationField::Hint(FromWx(Text)));
+  default:
+    return {};
+  }
+}
+
 void TScheduleTable::ForgetRefused(int Row, int Column) {
   if (FRefused && (FRefused->Row != Row || FRefused->Column != Column)) FRefused.reset();
 }

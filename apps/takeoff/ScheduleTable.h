@@ -33,6 +33,8 @@ public:
   wxString StartText(int Row, int Column) const;
   /// The cell's own text for editing; an edit that ends with it changes nothing.
   wxString EditText(int Row, int Column) const;
+  /// How a text typed into a cell would be read.
+  wxString Hint(int Row, int Column, const wxString& Text) const;
   /// Forgets a refused text unless it stands in this cell.
   void ForgetRefused(int Row, int Column);
 

@@ -86,6 +86,9 @@ TTakeoffFrame::TTakeoffFrame(std::optional<std::u16string> Settings)
   SetStatusWidths(2, Widths);
   FInfo = new wxInfoBar(this);
   FGrid = new TScheduleGrid(this);
+  FTyping = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
+                             wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END, "Typing");
+  FGrid->OnTyping = [this](const wxString& Hint) { FTyping->SetLabelText(Hint); };
   FTotals = new TTotalsList(this);
   FTotals->SetMinSize(FromDIP(wxSize(-1, 215)));
   FGrid->OnEdit = [this](const TScheduleTable::TEdit& Edit) { ShowEdit(Edit); };
@@ -94,6 +97,7 @@ TTakeoffFrame::TTakeoffFrame(std::optional<std::u16string> Settings)
   Sizer->Add(FInfo, 0, wxEXPAND);
   Sizer->Add(BuildButtons(), 0, wxEXPAND | wxALL, FromDIP(4));
   Sizer->Add(FGrid, 1, wxEXPAND);
+  Sizer->Add(FTyping, 0, wxEXPAND | wxALL, FromDIP(4));
   Sizer->Add(FTotals, 0, wxEXPAND | wxTOP, FromDIP(4));
   SetSizer(Sizer);
   SetClientSize(FromDIP(wxSize(960, 700)));

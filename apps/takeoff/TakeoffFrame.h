@@ -9,6 +9,7 @@
 
 #include <wx/frame.h>
 #include <wx/infobar.h>
+#include <wx/stattext.h>
 
 #include <memory>
 #include <optional>
@@ -58,6 +59,7 @@ private:
   std::unique_ptr<TUnitSettings> FSettings;
   wxInfoBar* FInfo;
   TScheduleGrid* FGrid;
+  wxStaticText* FTyping; // how the text being typed is read
   TTotalsList* FTotals;
 };
 

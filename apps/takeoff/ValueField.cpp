@@ -1,6 +1,5 @@
 #include "apps/takeoff/ValueField.h"
 
-#include "apps/takeoff/Arithmetic.h"
 #include "apps/takeoff/Errors.h"
 #include "apps/takeoff/Measures.h"
 #include "unitlib/convert/ZELUnitCommon.h"
@@ -9,10 +8,10 @@
 #include "unitlib/model/ZELUnitConst.h"
 #include "unitlib/rtl/Numbers.h"
 #include "unitlib/rtl/Text.h"
+#include "unitlib/typing/ReadTyped.h"
 
-#include <algorithm>
 #include <cmath>
-#include <optional>
+#include <utility>
 
 namespace unitlib::takeoff {
 namespace {
@@ -30,39 +29,41 @@ bool IsFractionalUnit(int Code) {
   return Code == FeetAndFractionalInchCode || Code == FractionalInchCode;
 }
 
-/// In a metric project a plain number beside feet and inches is one of the current unit; in an imperial one
-/// it could be feet as well as inches.
-TArithmeticRules RulesFor(int Measure) {
-  TArithmeticRules Rules;
-  Rules.Lengths = IsLength(Measure);
-  if (Rules.Lengths && IsMetricLengthCode(CurrentUnitCode(Measure)))
-    Rules.PlainInMm = TMeasureDataManager::DecimalValueToStore(Measure, 1, BaseScale);
-  return Rules;
-}
-
-/// Rounding in the last place of a double aside.
-bool SameAmount(double A, double B) {
-  constexpr double Relative = 1e-12;
-  return std::abs(A - B) <= Relative * std::max(std::abs(A), std::abs(B));
-}
-
-/// Texts that no reading should be tried on.
-void RequireClear(std::u16string_view Text, bool Lengths) {
-  if (Text.size() > MaxTypedLength)
-    throw ERefused(u"the text is longer than " + IntToStr(MaxTypedLength) + u" characters", Text);
-  if (HasMisplacedComma(Text))
-    throw ERefused(Quoted(Text) + u": a comma separates thousands; the decimal mark is a point", Text);
-  if (Lengths && HasAmbiguousDash(Text))
-    throw ERefused(Quoted(Text) +
-                       u" may mean a sum or a difference: write 5'6\" without a dash for the sum, and blanks "
-                       u"around it (5' - 6\") for the difference",
-                   Text);
-}
-
 /// What is wrong, with the text that it is about.
 [[noreturn]] void Refuse(std::u16string_view Text, const std::u16string& Problem) {
   const std::u16string Start = Quoted(Text);
   throw ERefused(Problem.starts_with(Start) ? Problem : Start + u": " + Problem, Text);
+}
+
+/// Why a text was refused, and what to type instead.
+std::u16string WhyRefused(const TTypedReading& Reading) {
+  std::u16string Problem = Reading.Reason;
+  const char16_t* Before = u"; write ";
+  for (const std::u16string& Suggestion : Reading.Suggestions)
+    Problem += std::exchange(Before, u" or ") + Suggestion;
+  return Problem;
+}
+
+/// Cells take arithmetic, so a dash may take away in all of them.
+TTypedReading ReadCell(int Measure, std::u16string_view Text) {
+  TTypedOptions Options;
+  Options.Kind = TTypedKind::Expression;
+  return ReadTyped(Measure, Text, Options);
+}
+
+TTypedReading RequireRead(int Measure, std::u16string_view Text) {
+  if (const std::u16string Problem = MeasureProblem(Measure); !Problem.empty()) Refuse(Text, Problem);
+  TTypedReading Reading = ReadCell(Measure, Text);
+  if (!Reading.Accepted) Refuse(Text, WhyRefused(Reading));
+  return Reading;
+}
+
+/// How a text would be read, for the bar that tells it while it is typed; empty for an empty one.
+std::u16string Hint(int Measure, std::u16string_view Text) {
+  if (TrimView(Text).empty() || !MeasureProblem(Measure).empty()) return {};
+  const TTypedReading Reading = ReadCell(Measure, TrimView(Text));
+  if (!Reading.Accepted) return u"Not clear: " + WhyRefused(Reading);
+  return u"Read as " + Reading.Understood;
 }
 
 } // namespace
@@ -111,102 +112,18 @@ std::u16string TValueField::EditText(const TItem& Item) const {
 }
 
 double TValueField::Read(std::u16string_view Typed) const {
-  const std::u16string Text = WithoutBlanksAtBrackets(TrimView(Typed));
+  const std::u16string_view Text = TrimView(Typed);
   if (Text.empty()) throw ERefused(u"an item needs a value; delete the item if it has none");
-  if (const std::u16string Problem = MeasureProblem(FMeasure); !Problem.empty()) Refuse(Text, Problem);
-  RequireClear(Text, IsLength(FMeasure));
-
-  std::optional<double> Whole;
-  if (TMeasureDataManager::CheckDisplay(FMeasure, Text))
-    Whole = TMeasureDataManager::DisplayToStore(FMeasure, Text, BaseScale);
-  std::optional<double> Computed;
-  try {
-    Computed = ReadArithmetic(Text);
-  } catch (const EUnitError& Error) {
-    if (!Whole) Refuse(Text, Error.Message());
-  }
-  if (Whole && Computed && !SameAmount(*Whole, *Computed))
-    Refuse(Text, u"this may be " + Display(*Whole) + u" or, calculated, " + Display(*Computed) +
-                     u"; write it with foot and inch marks, or in brackets to calculate");
-  const double Value = Whole ? *Whole : *Computed;
-  RequireDisplayable(Value, Text);
-  return Value;
+  const TTypedReading Reading = RequireRead(FMeasure, Text);
+  if (!Reading.HasValue) Refuse(Text, u"a name has no value of its own; an elevation may hold one");
+  if (!CanDisplay(Reading.StoreValue))
+    Refuse(Text, u"this value cannot be shown: " + Display(Reading.StoreValue));
+  return Reading.StoreValue;
 }
 
-double TValueField::ReadArithmetic(std::u16string_view Text) const {
-  const TAmount Amount = Evaluate(Text, RulesFor(FMeasure));
-  return Amount.IsLength ? Amount.Value : ReadPlain(Amount.Value);
+std::u16string TValueField::Hint(std::u16string_view Text) const {
+  return takeoff::Hint(FMeasure, Text);
 }
-
-/// A plain result is what the cell would make of the same number typed by hand.
-double TValueField::ReadPlain(double Number) const {
-  const std::u16string Text = FloatToStr(Number);
-  if (TMeasureDataManager::CheckDisplay(FMeasure, Text))
-    return TMeasureDataManager::DisplayToStore(FMeasure, Text, BaseScale);
-  if (IsFractionalUnit(CurrentUnitCode(FMeasure)) && Number != std::trunc(Number))
-    throw ERefused(Text + u" needs a mark here: " + Text + u"' or " + Text + u"\"", Text);
-  throw ERefused(Text + u" is outside the range of values", Text);
-}
-
-void TValueField::RequireDisplayable(double Value, std::u16string_view Text) const {
-  if (!CanDisplay(Value)) Refuse(Text, u"this value cannot be shown: " + Display(Value));
-}
-
-namespace {
-
-/// A name starts with a letter; marks, brackets and other signs in it were meant to be something else.
-bool IsName(std::u16string_view Name) {
-  constexpr std::u16string_view Signs = u" _.#:";
-  const auto IsLetter = [](char16_t C) {
-    return (UpperAscii(C) >= u'A' && UpperAscii(C) <= u'Z') || C == u'_' || C >= 0x80;
-  };
-  const auto MayStand = [&](char16_t C) { return IsLetter(C) || IsDigit(C) || Signs.find(C) != Signs.npos; };
-  return !Name.empty() && IsLetter(Name.front()) && std::all_of(Name.begin(), Name.end(), MayStand);
-}
-
-/// Feet times feet, or a number divided by an elevation, would pass the engine as something else.
-void RequireLength(std::u16string_view Text) {
-  TArithmeticRules Rules;
-  Rules.Lengths = true;
-  Rules.Names = true;
-  Rules.PlainInMm = 1; // a plain number counts the current unit; which one does not matter here
-  Evaluate(Text, Rules);
-}
-
-/// Feet and inches in a metric project become numbers of the current unit; the engine reads them by itself in
-/// others.
-std::u16string ForEngine(std::u16string_view Text) {
-  const bool IsMetric = IsMetricLengthCode(CurrentUnitCode(ElevationMeasure));
-  return IsMetric ? TMeasureDataManager::ExprToStore(ElevationMeasure, Text) : std::u16string(Text);
-}
-
-std::u16string EngineProblem(std::u16string_view Text) {
-  TParser Parser(Text);
-  auto Root = Parser.Parse();
-  if (!Parser.FHasError && Root) Parser.Merge(Root);
-  return Parser.FErrMsg.empty() ? u"an elevation is a length, or one name with an offset such as L1+5'6\""
-                                : Parser.FErrMsg;
-}
-
-std::u16string ReadNamed(std::u16string_view Text) {
-  RequireLength(Text);
-  const std::u16string Expression = ForEngine(Text);
-  for (const std::u16string& Name : NamesIn(Expression))
-    if (!IsName(Name)) Refuse(Text, Quoted(Name) + u" is neither a length with its mark nor a name");
-  if (!CheckElevEditValue(Expression)) Refuse(Text, EngineProblem(Expression));
-  return GetElevStoreValue(Expression);
-}
-
-bool HasName(std::u16string_view Text) {
-  try {
-    const std::vector<std::u16string> Names = NamesIn(Text);
-    return std::any_of(Names.begin(), Names.end(), IsName);
-  } catch (const ERefused&) {
-    return false; // then it is refused as a length, with the reason
-  }
-}
-
-} // namespace
 
 std::u16string TElevationField::Display(std::u16string_view Stored) {
   try {
@@ -233,18 +150,16 @@ std::u16string TElevationField::UnitSuffix() {
 
 std::u16string TElevationField::Read(std::u16string_view Typed) {
   constexpr double MmPerMetre = 1000;
-  const std::u16string Text = WithoutBlanksAtBrackets(TrimView(Typed));
+  const std::u16string_view Text = TrimView(Typed);
   if (Text.empty()) return {};
-  if (const std::u16string Problem = MeasureProblem(ElevationMeasure); !Problem.empty())
-    Refuse(Text, Problem);
-  RequireClear(Text, true);
-  try {
-    if (HasName(Text)) return ReadNamed(Text);
-  } catch (const ERefused& Error) {
-    Refuse(Text, Error.Message());
-  }
+  const TTypedReading Reading = RequireRead(ElevationMeasure, Text);
+  if (!Reading.HasValue) return GetElevStoreValue(Reading.Rewritten);
   // Never with an exponent, whose sign the engine would take for a subtraction when it reads the stored form.
-  return FloatToPlainStr(TValueField(ElevationMeasure).Read(Text) / MmPerMetre);
+  return FloatToPlainStr(Reading.StoreValue / MmPerMetre);
+}
+
+std::u16string TElevationField::Hint(std::u16string_view Text) {
+  return takeoff::Hint(ElevationMeasure, Text);
 }
 
 } // namespace unitlib::takeoff

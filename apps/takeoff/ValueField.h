@@ -27,16 +27,15 @@ public:
   /// typed in other units), else the value as exactly as the unit writes it.
   std::u16string EditText(const TItem& Item) const;
 
-  /// The stored value of a typed text: a value in the current unit, a length with foot and inch marks, or
-  /// arithmetic of them. A text that can be read in two ways is refused: no wrong number is worth the saved
-  /// key stroke. errors      ERefused, with the reason for the user
+  /// The stored value of a typed text, read as an expression (see unitlib/typing). A text that can be read in
+  /// two ways is refused: no wrong number is worth the saved key stroke.
+  /// errors      ERefused, with the reason for the user and what to type instead
   double Read(std::u16string_view Text) const;
 
-private:
-  double ReadArithmetic(std::u16string_view Text) const;
-  double ReadPlain(double Number) const;
-  void RequireDisplayable(double Value, std::u16string_view Text) const;
+  /// How a text would be read, or why not, to tell while it is typed; empty for an empty text.
+  std::u16string Hint(std::u16string_view Text) const;
 
+private:
   int FMeasure;
 };
 
@@ -52,6 +51,7 @@ public:
   /// The stored form of a typed text: lengths in metres.
   /// errors      ERefused
   static std::u16string Read(std::u16string_view Text);
+  static std::u16string Hint(std::u16string_view Text);
 };
 
 } // namespace unitlib::takeoff

@@ -32,6 +32,7 @@ KINDS = {
     "ul_unit_info *": [ctypes.POINTER(_library.CUnit)],
     "ul_round_info *": [ctypes.POINTER(_library.CRound)],
     "ul_switch_info *": [ctypes.POINTER(_library.CSwitch)],
+    "ul_typed_info *": [ctypes.POINTER(_library.CTyped)],
 }
 
 
@@ -52,7 +53,7 @@ def test_prototypes_are_those_of_the_list():
 
 @pytest.mark.parametrize(("structure", "size"), [
     (_library.CError, 16), (_library.CConfig, 8), (_library.CMeasure, 20), (_library.CUnit, 32),
-    (_library.CRound, 12), (_library.CSwitch, 16)])
+    (_library.CRound, 12), (_library.CSwitch, 16), (_library.CTyped, 20)])
 def test_structures_have_their_sizes(structure, size):
     assert ctypes.sizeof(structure) == size
 

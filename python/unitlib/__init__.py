@@ -48,15 +48,16 @@ from .model import (
     use_config,
     use_digit_group,
 )
+from .typed import TypedFlag, TypedProblem, TypedReading, read_typed
 
 __all__ = [
     "BASE_SCALE", "Code", "Config", "ConfigType", "Evaluation", "Flag", "Measure", "Round", "Switch", "SwitchState",
-    "Unit", "UnitError", "attach_before_unit_change", "attach_refresh_unit", "can_parse", "check_elevation", "configs",
+    "TypedFlag", "TypedProblem", "TypedReading", "Unit", "UnitError", "attach_before_unit_change", "attach_refresh_unit", "can_parse", "check_elevation", "configs",
     "current_config", "detach_before_unit_change", "detach_refresh_unit", "digit_group", "digit_groups",
     "elevation_display", "elevation_edit", "elevation_store", "errors", "evaluate", "evaluate_expression",
     "evaluate_expressions", "evaluate_values", "format_value", "format_values", "free", "generate_default", "is_loaded",
     "library_version", "load", "load_library", "load_report", "load_texts", "measure", "parse_value", "parse_values",
-    "project_units_dialog", "refresh_before_unit_change", "refresh_unit", "register_unit_parser", "save", "set_folders", "set_text",
+    "project_units_dialog", "read_typed", "refresh_before_unit_change", "refresh_unit", "register_unit_parser", "save", "set_folders", "set_text",
     "settings_file", "unit_symbol", "update_display_values", "use_config", "use_digit_group",
 ]
 

@@ -64,6 +64,12 @@ class CSwitch(Structure):
     _fields_ = [(name, c_int32) for name in ("def_enable", "enable", "def_checked", "checked")]
 
 
+class CTyped(Structure):
+    """ul_typed_info"""
+
+    _fields_ = [(name, c_int32) for name in ("problem", "has_value", "position", "suggestions", "steps")]
+
+
 _BUFFER = (_OUT, _INT, _INTS)  # buffer, capacity, needed
 _PATH3, _PATH4 = (_INT, _INT, _INT), (_INT, _INT, _INT, _INT)  # config, measure, unit(, round or symbol)
 
@@ -101,6 +107,8 @@ PROTOTYPES: dict[str, tuple[object, ...]] = {
     "ul_get_elev_edit_value_u8": (_TEXT, _INT, *_BUFFER),
     "ul_get_elev_display_value_u8": (_TEXT, _INT, *_BUFFER),
     "ul_check_elev_edit_value_u8": (_TEXT, _INT, _INTS),
+    "ul_read_typed_u8": (_INT, _TEXT, _INT, _INT, c_uint32, _DOUBLES, POINTER(CTyped)),
+    "ul_get_typed_text_u8": (_INT, _TEXT, _INT, c_uint32, _INT, _INT, *_BUFFER),
     "ul_get_config_count": (_INTS,),
     "ul_get_cur_config_index": (_INTS,),
     "ul_get_config": (_INT, POINTER(CConfig)),

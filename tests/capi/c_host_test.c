@@ -22,6 +22,7 @@ static void check_layout(void) {
   check(sizeof(ul_unit_info) == 32, "ul_unit_info has 32 bytes");
   check(sizeof(ul_round_info) == 12, "ul_round_info has 12 bytes");
   check(sizeof(ul_switch_info) == 16, "ul_switch_info has 16 bytes");
+  check(sizeof(ul_typed_info) == 20, "ul_typed_info has 20 bytes");
   check(offsetof(ul_error, item) == 12, "ul_error ends in item");
   check(offsetof(ul_measure_info, cur_unit_index) == 16, "ul_measure_info ends in cur_unit_index");
   check(offsetof(ul_unit_info, cur_symbol_index) == 28, "ul_unit_info ends in cur_symbol_index");

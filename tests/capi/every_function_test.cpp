@@ -37,6 +37,7 @@ TEST_F(TEveryFunction, SaysThatNothingIsLoaded) {
   ul_unit_info Unit;
   ul_round_info Round;
   ul_switch_info Switch;
+  ul_typed_info Typed;
   const int32_t Offsets[] = {0, 1};
   int32_t OffsetsOut[2];
   const ul_status Statuses[] = {
@@ -60,6 +61,8 @@ TEST_F(TEveryFunction, SaysThatNothingIsLoaded) {
       ul_get_elev_edit_value_u8("1", 1, Buffer, 64, nullptr),
       ul_get_elev_display_value_u8("1", 1, Buffer, 64, nullptr),
       ul_check_elev_edit_value_u8("1", 1, &Answer),
+      ul_read_typed_u8(0, "1", 1, -1, 0, &Value, &Typed),
+      ul_get_typed_text_u8(0, "1", 1, 0, 0, 0, Buffer, 64, nullptr),
       ul_get_config_count(&Answer),
       ul_get_cur_config_index(&Answer),
       ul_get_config(0, &Config),

@@ -57,6 +57,13 @@ const TRow Rows[] = {
          [](char* B, int32_t C, int32_t* N) {
            return ul_expr_to_store_u8(ResultLength, "3'6\"+2", UL_TO_NUL, 0, B, C, N);
          }},
+    TRow{"ul_get_typed_text",
+         [](char16_t* B, int32_t C, int32_t* N) {
+           return ul_get_typed_text(Length, u"10'-6\"", UL_TO_NUL, 0, UL_TYPED_UNDERSTOOD, 0, B, C, N);
+         },
+         [](char* B, int32_t C, int32_t* N) {
+           return ul_get_typed_text_u8(Length, "10'-6\"", UL_TO_NUL, 0, UL_TYPED_UNDERSTOOD, 0, B, C, N);
+         }},
     UL_ROW(ul_get_unit_symbol, Area, 0),
     UL_ROW_FROM_TEXT(ul_get_display_value, "12.50 [SF]"),
     UL_ROW_FROM_TEXT(ul_get_elev_store_value, "5'6\""),

@@ -1,5 +1,4 @@
 /// What value and elevation cells accept, refuse, show and offer for editing.
-#include "apps/takeoff/Arithmetic.h"
 #include "apps/takeoff/Errors.h"
 #include "apps/takeoff/ValueField.h"
 #include "tests/support/Settings.h"
@@ -18,6 +17,7 @@ constexpr int Length = 0;
 constexpr int ResultLength = 7;
 constexpr int Area = 1;
 constexpr int Mass = 6;
+constexpr int Elevation = 3;
 
 struct TAccepted {
   const char* Name;
@@ -38,7 +38,11 @@ const TAccepted Accepted[] = {
     {"negative", CYAmInch, Length, u"-5'", -1524},
     {"decimal_feet_by_mark", CYAmInch, Length, u"2.5'", 762},
     {"difference_in_brackets", CYAmInch, Length, u"(5')-(6\")", 1371.6},
-    {"difference_with_blanks", CYAmInch, Length, u"5' - 6\"", 1371.6},
+    {"difference_of_more_than_a_foot", CYAmInch, Length, u"5' - 18\"", 1066.8},
+    {"signed_fraction", CYAmInch, Length, u"-5' 6 1/2\"", -1689.1},
+    {"other_unit", CYAmInch, Length, u"2.5 m", 2500},
+    {"words", CYAmInch, Length, u"10 ft 6 in + 6 in", 3352.8},
+    {"vulgar_fraction", CYAmInch, Length, u"\u00BD\"", 12.7},
     {"more_than_a_foot_taken_off", CYAmInch, Length, u"10'-18\"", 2590.8},
     {"feet_taken_off", CYAmInch, Length, u"10'-2'", 2438.4},
     {"inch_mark_before_the_dash", CYAmInch, Length, u"10'6\"-3\"", 3124.2},
@@ -46,7 +50,7 @@ const TAccepted Accepted[] = {
     {"twice", CYAmInch, Length, u"5'6\"*2", 3352.8},
     {"inches_fraction_without_mark", CYAmInch, Length, u"6 3/4", 171.45},
     {"fraction_of_an_inch", CYAmInch, Length, u"3/4", 19.05},
-    {"dash_form_with_fraction", CYAmInch, Length, u"5-6 3/4", 1695.45},
+    {"dash_in_brackets", CYAmInch, Length, u"(5)-(6)", -25.4},
     {"thirds_of_a_foot_are_exact", CYAmInch, Length, u"4\"*3", 304.8},
     {"negative_block", CYAmInch, Length, u"-(1'+1\")", -330.2},
     {"zero_feet_in_a_sum", CYAmInch, Length, u"5'+0'", 1524},
@@ -56,7 +60,7 @@ const TAccepted Accepted[] = {
     {"decimal_feet", CYAmInch, ResultLength, u"5.5", 1676.4},
     {"decimal_feet_take_marks", CYAmInch, ResultLength, u"5'6\"", 1676.4},
     {"decimal_feet_sum", CYAmInch, ResultLength, u"2.5'+6\"", 914.4},
-    {"bracketed_quotient_is_calculated", CYAmInch, ResultLength, u"(12/4)", 914.4},
+    {"bracketed_quotient_is_calculated", CYAmInch, ResultLength, u"(12)/(4)", 914.4},
     {"thousands", CYAmInch, ResultLength, u"1,234.5", 376275.6},
     {"ten_thousands", CYAmInch, ResultLength, u"1,2345.5", 3762908.4},
     {"square_feet", CYAmInch, Area, u"10", 929030.4},
@@ -73,6 +77,9 @@ const TAccepted Accepted[] = {
     {"metres_fraction_in_a_sum", CYStandMetric, ResultLength, u"5' 6 1/2\"+1'", 1993.9},
     {"millimetres_take_feet", CYStandMetric, Length, u"1'", 304.8},
     {"millimetres_beside_feet", CYStandMetric, Length, u"1'+10", 314.8},
+    {"millimetres_beside_feet_twice", CYStandMetric, Length, u"1'+10+5", 319.8},
+    {"metres_from_centimetres", CYStandMetric, ResultLength, u"10 cm", 100},
+    {"other_area_unit", CYAmInch, Area, u"10 m2", 1e7},
 };
 
 class TAcceptedTest : public TFactorySettings, public ::testing::WithParamInterface<TAccepted> {
@@ -97,45 +104,46 @@ struct TRefused {
 };
 
 const TRefused Refused[] = {
-    {"word", CYAmInch, Length, u"abc", "\"abc\" is neither a number nor a length"},
-    {"word_in_metric", CYStandMetric, Length, u"abc", "\"abc\" is neither a number nor a length"},
-    {"too_large", CYAmInch, Length, u"1e300", "too big"},
-    {"too_large_in_metric", CYStandMetric, ResultLength, u"1e300", "too big"},
+    {"word", CYAmInch, Length, u"abc", "\"abc\" is neither a number nor a unit"},
+    {"word_in_metric", CYStandMetric, Length, u"abc", "\"abc\" is neither a number nor a unit"},
+    {"too_large", CYAmInch, Length, u"1e300", "no unit that is read here"},
+    {"too_large_in_metric", CYStandMetric, ResultLength, u"1000000000000000", "more than 15 digits"},
     {"empty", CYAmInch, Length, u"", "needs a value"},
     {"blanks", CYAmInch, Length, u"   ", "needs a value"},
-    {"number_beside_feet", CYAmInch, Length, u"3'6\"+2", "imperial number can not add with const!"},
-    {"number_taken_off_feet", CYAmInch, Length, u"3'6\"-2", "imperial number can not sub with const!"},
-    {"number_beside_decimal_feet", CYAmInch, ResultLength, u"3'6\"+2",
-     "imperial number can not add with const!"},
-    {"feet_times_feet", CYAmInch, Length, u"2'*3'", "imperial can not mul by imperial!"},
-    {"feet_times_feet_in_metric", CYStandMetric, ResultLength, u"2'*3'", "imperial can not mul by imperial!"},
-    {"feet_by_feet", CYAmInch, Length, u"5'/2'", "imperial can not div by imperial!"},
-    {"number_by_feet", CYAmInch, Length, u"5/2'", "not imperial can not div by imperial!"},
-    {"by_zero", CYAmInch, Length, u"5'/0", "can not div by zero!"},
-    {"decimal_without_mark", CYAmInch, Length, u"2.5", "2.5 needs a mark here: 2.5' or 2.5\""},
-    {"dash_form_or_difference", CYAmInch, Length, u"5-6", "this may be 5' 6\" or, calculated, -0' 1\""},
-    {"dash_form_or_difference_large", CYAmInch, Length, u"66-6",
-     "this may be 66' 6\" or, calculated, 5' 0\""},
-    {"fraction_or_quotient", CYAmInch, ResultLength, u"12/4",
-     "this may be 0.250 FT or, calculated, 3.000 FT"},
-    {"feet_dash_inches", CYAmInch, Length, u"5'-6\"", "sum or a difference"},
-    {"feet_dash_inches_in_metric", CYStandMetric, Length, u"5'-6\"", "sum or a difference"},
-    {"feet_dash_mixed_inches", CYAmInch, Length, u"5'-6 1/2\"", "sum or a difference"},
-    {"inches_dash_fraction", CYAmInch, Length, u"6-1/2\"", "sum or a difference"},
-    {"feet_inches_dash_fraction", CYAmInch, Length, u"5'6-1/2\"", "sum or a difference"},
-    {"inches_dash_fraction_in_metric", CYStandMetric, ResultLength, u"6-1/2\"", "sum or a difference"},
-    {"operator_at_the_end", CYAmInch, Length, u"5'+", "can not be nil afer operator"},
-    {"open_bracket", CYAmInch, Length, u"(5'+2'", "missing ( error!"},
-    {"name", CYAmInch, Length, u"L1+5'", "\"L1\" is neither a number nor a length"},
+    {"number_beside_feet", CYAmInch, Length, u"3'6\"+2", "of which unit?"},
+    {"number_taken_off_feet", CYAmInch, Length, u"3'6\"-2", "of which unit?"},
+    {"number_beside_decimal_feet", CYAmInch, ResultLength, u"3'6\"+2", "of which unit?"},
+    {"feet_times_feet", CYAmInch, Length, u"2'*3'", "two amounts are not multiplied"},
+    {"feet_times_feet_in_metric", CYStandMetric, ResultLength, u"2'*3'", "two amounts are not multiplied"},
+    {"feet_by_feet", CYAmInch, Length, u"5'/2'", "nothing is divided by an amount"},
+    {"number_by_feet", CYAmInch, Length, u"5/2'", "nothing is divided by an amount"},
+    {"by_zero", CYAmInch, Length, u"5'/0", "a division by zero"},
+    {"decimal_without_mark", CYAmInch, Length, u"2.5",
+     "2.5 needs a mark here: feet or inches?; write 2.5 ft or 2.5 in"},
+    {"dash_form_or_difference", CYAmInch, Length, u"5-6", "join or take away; write 5' 6\" or (5)-(6)"},
+    {"dash_form_or_difference_large", CYAmInch, Length, u"66-6", "write 66' 6\" or (66)-(6)"},
+    {"dash_form_with_fraction", CYAmInch, Length, u"5-6 3/4", "join or take away"},
+    {"fraction_or_quotient", CYAmInch, ResultLength, u"12/4", "12/4 needs a mark here"},
+    {"feet_dash_inches", CYAmInch, Length, u"5'-6\"", "write 5' 6\" or (5')-(6\")"},
+    {"feet_dash_inches_with_blanks", CYAmInch, Length, u"5' - 6\"", "join or take away"},
+    {"feet_dash_inches_in_metric", CYStandMetric, Length, u"5'-6\"", "join or take away"},
+    {"feet_dash_mixed_inches", CYAmInch, Length, u"5'-6 1/2\"", "join or take away"},
+    {"inches_dash_fraction", CYAmInch, Length, u"6-1/2\"", "join or take away"},
+    {"feet_inches_dash_fraction", CYAmInch, Length, u"5'6-1/2\"", "join or take away"},
+    {"inches_dash_fraction_in_metric", CYStandMetric, ResultLength, u"6-1/2\"", "join or take away"},
+    {"operator_at_the_end", CYAmInch, Length, u"5'+", "a number is missing"},
+    {"open_bracket", CYAmInch, Length, u"(5'+2'", "this bracket is not closed"},
+    {"name", CYAmInch, Length, u"L1+5'", "\"L\" is neither a number nor a unit"},
+    {"name_as_a_value", CYAmInch, Elevation, u"L1+5'", "has no value of its own"},
     {"decimal_comma", CYStandMetric, ResultLength, u"1,5", "a comma separates thousands"},
     {"decimal_comma_in_a_sum", CYStandMetric, ResultLength, u"1,25+1", "a comma separates thousands"},
-    {"other_unit", CYStandMetric, ResultLength, u"10 cm", "is neither a number nor a length"},
-    {"area_of_lengths", CYAmInch, Area, u"10'*12'", "is not a number"},
-    {"length_as_area", CYAmInch, Area, u"5'", "is not a number"},
-    {"other_area_unit", CYAmInch, Area, u"10 m2", "is not a number"},
-    {"not_a_number", CYStandMetric, ResultLength, u"NaN", "is neither a number nor a length"},
-    {"infinity", CYStandMetric, ResultLength, u"INF", "is neither a number nor a length"},
-    {"result_too_large", CYStandMetric, ResultLength, u"1e14*1e14", "outside the range"},
+    {"misspelt_unit", CYStandMetric, ResultLength, u"10 cmm", "no unit that is read here"},
+    {"area_of_lengths", CYAmInch, Area, u"10'*12'", "10 feet is a length; here is an area needed"},
+    {"length_as_area", CYAmInch, Area, u"5'", "5 feet is a length; here is an area needed"},
+    {"not_a_number", CYStandMetric, ResultLength, u"NaN", "neither a number nor a unit"},
+    {"infinity", CYStandMetric, ResultLength, u"INF", "neither a number nor a unit"},
+    {"result_too_large", CYStandMetric, ResultLength, u"100000000000000*100000000000000",
+     "outside the range"},
     {"unknown_measure", CYAmInch, 42, u"1", "measure 42 is not in the unit settings"},
 };
 
@@ -167,7 +175,7 @@ TEST_F(TValueFieldTest, ReadsLengthsAlikeWhateverUnitElevationsHave) {
 
 TEST_F(TValueFieldTest, RefusesLongTexts) {
   std::u16string Text = u"1'";
-  while (Text.size() <= MaxTypedLength) Text += u"+1'";
+  while (Text.size() <= 1000) Text += u"+1'";
   EXPECT_THROW(TValueField(Length).Read(Text), ERefused);
 }
 
@@ -209,6 +217,16 @@ TEST_F(TValueFieldTest, OffersFractionalInchesWithTheirMark) {
   EXPECT_EQ(TValueField(Length).EditText(TypedItem(Length, 63.5, u"")), u"2 1/2\"");
 }
 
+TEST_F(TValueFieldTest, TellsHowATextWouldBeRead) {
+  EXPECT_EQ(TValueField(Length).Hint(u"10' 6\""), u"Read as 10 feet 6 inches");
+  EXPECT_EQ(TValueField(Length).Hint(u"5' + 6\""), u"Read as calculated: 5' 6\"");
+  EXPECT_EQ(TValueField(Length).Hint(u"5-6"),
+            u"Not clear: the dash may join or take away; write 5' 6\" or (5)-(6)");
+  EXPECT_EQ(TValueField(Length).Hint(u"  "), u"");
+  EXPECT_EQ(TElevationField::Hint(u"L1 - (-5' 6 1/2\")"), u"Read as L1 plus 5' 6 1/2\"");
+  EXPECT_EQ(TValueField(42).Hint(u"1"), u"");
+}
+
 struct TElevation {
   const char* Name;
   TConfigueType System;
@@ -234,7 +252,7 @@ const TElevation Elevations[] = {
     {"name_with_bracket", CYAmInch, u"L1)+5'", nullptr},
     {"power_of_a_name", CYAmInch, u"A^2", nullptr},
     {"minus_before_a_name", CYAmInch, u"-L1", nullptr},
-    {"thousands_beside_a_name", CYAmInch, u"L1+1,000", nullptr},
+    {"thousands_beside_a_name", CYAmInch, u"L1+1,000", u"L1+25.4"},
     {"two_names", CYAmInch, u"L1+L2", nullptr},
     {"name_and_unmarked_inches", CYAmInch, u"L1+5'6", nullptr},
     {"name_times_feet", CYAmInch, u"L1*5'", nullptr},

@@ -8,6 +8,7 @@
 #include "tests/ui/UiFixture.h"
 #include "unitlib/notify/ZELUnitRefreshUtils.h"
 
+#include <wx/stattext.h>
 #include <wx/statusbr.h>
 
 #include <gmock/gmock.h>
@@ -121,15 +122,39 @@ TEST_F(TWindowTest, TypedLengthsAreStoredAndShown) {
   EXPECT_EQ(Cell(1, NameColumn), "Trench");
 }
 
+TEST_F(TWindowTest, ABarTellsWhileTypingHowTheTextIsRead) {
+  const auto Bar = [this] { return Find<wxStaticText>(*Frame, "Typing").GetLabelText().utf8_string(); };
+  EXPECT_EQ(Bar(), "");
+  GoTo(5, ValueColumn);
+  TypeText("10'-6\"");
+  EXPECT_EQ(Bar(), "Not clear: the dash may join or take away; write 10' 6\" or (10')-(6\")");
+  SaveScreenshot("takeoff_typing_not_clear");
+  PressKey(WXK_ESCAPE);
+  EXPECT_EQ(Bar(), "");
+  TypeText("10' 6 1/2\"");
+  EXPECT_EQ(Bar(), "Read as 10 feet 6 1/2 inches");
+  SaveScreenshot("takeoff_typing_read");
+  PressKey(WXK_RETURN);
+  EXPECT_EQ(Bar(), "");
+  EXPECT_NEAR(Frame->Project()->Item(5).Value, 3213.1, 1e-9); // 126.5 inches
+  GoTo(5, ElevationColumn);
+  TypeText("L1 - 6\"");
+  EXPECT_EQ(Bar(), "Read as L1 minus 0.152 m");
+  PressKey(WXK_RETURN);
+  GoTo(5, NameColumn);
+  TypeText("10'-6\"");
+  EXPECT_EQ(Bar(), "");
+}
+
 TEST_F(TWindowTest, RefusedTextsLeaveTheCellAndSayWhy) {
   struct TRow {
     const char* Text;
     const char* Reason;
   };
   for (const TRow& Row :
-       {TRow{"abc", "\"abc\" is neither a number nor a length"}, TRow{"1e300", "too big"},
-        TRow{"2'*3'", "imperial can not mul by imperial!"}, TRow{"1,5", "a comma separates thousands"},
-        TRow{"5'-6\"", "a sum or a difference"}, TRow{" ", "needs a value"}}) {
+       {TRow{"abc", "\"abc\" is neither a number nor a unit"}, TRow{"1e300", "no unit that is read here"},
+        TRow{"2'*3'", "two amounts are not multiplied"}, TRow{"1,5", "a comma separates thousands"},
+        TRow{"5'-6\"", "the dash may join or take away"}, TRow{" ", "needs a value"}}) {
     Type(5, ValueColumn, Row.Text);
     EXPECT_EQ(Cell(5, ValueColumn), "150 mm") << Row.Text;
     EXPECT_EQ(Frame->Project()->Item(5).Value, 150.0) << Row.Text;
@@ -204,7 +229,7 @@ TEST_F(TWindowTest, ATypedNumberIsNotOfferedInOtherUnits) {
   TypeText("+1'");
   PressKey(WXK_RETURN);
   // The editor held 8.2020997... feet, to which a length with a mark cannot be added.
-  EXPECT_THAT(Status(), HasSubstr("imperial number can not add with const!"));
+  EXPECT_THAT(Status(), HasSubstr("of which unit?"));
   EXPECT_EQ(Frame->Project()->Item(0).Value, 2500.0);
 }
 
@@ -266,7 +291,7 @@ TEST_F(TWindowTest, ClosingCommitsTheCellOrStays) {
   GoTo(5, ValueColumn);
   TypeText("abc");
   EXPECT_FALSE(Frame->Close());
-  EXPECT_THAT(Status(), HasSubstr("\"abc\" is neither a number nor a length"));
+  EXPECT_THAT(Status(), HasSubstr("\"abc\" is neither a number nor a unit"));
   EXPECT_TRUE(Frame->IsShown());
   Settle();
   GoTo(5, ValueColumn);

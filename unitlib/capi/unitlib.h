@@ -405,6 +405,74 @@ UL_API ul_status UL_CALL ul_get_elev_display_value_u8(const char* text, int32_t 
 UL_API ul_status UL_CALL ul_check_elev_edit_value(const ul_char16* text, int32_t length, int32_t* valid);
 UL_API ul_status UL_CALL ul_check_elev_edit_value_u8(const char* text, int32_t length, int32_t* valid);
 
+/* ---- Texts as people type them ---------------------------------------------------------------------------
+ */
+
+/* flags of ul_read_typed and ul_get_typed_text, to be joined by | */
+enum {
+  UL_TYPED_EXPRESSION = 1,    /* arithmetic, in which a dash may take away; without: one value */
+  UL_TYPED_DECIMAL_COMMA = 2, /* 2,5 is two and a half */
+  UL_TYPED_GERMAN = 16,       /* read unit words of this language beside the English ones */
+  UL_TYPED_FRENCH = 32,
+  UL_TYPED_SPANISH = 64,
+  UL_TYPED_CHINESE = 128
+};
+
+/* problem of ul_typed_info: why a text was refused */
+enum {
+  UL_TYPED_ACCEPTED = 0,
+  UL_TYPED_EMPTY = 1,
+  UL_TYPED_AMBIGUOUS = 2,      /* two readings, both suggested */
+  UL_TYPED_MISSING_MARK = 3,   /* feet or inches? */
+  UL_TYPED_OTHER_QUANTITY = 4, /* a unit of another quantity */
+  UL_TYPED_UNKNOWN_UNIT = 5,
+  UL_TYPED_NOT_A_NUMBER = 6,
+  UL_TYPED_BAD_FRACTION = 7,
+  UL_TYPED_BAD_ORDER = 8, /* inches before feet, a unit twice */
+  UL_TYPED_BAD_ARITHMETIC = 9,
+  UL_TYPED_BAD_NAME = 10,
+  UL_TYPED_OUT_OF_RANGE = 11,
+  UL_TYPED_TOO_LONG = 12, /* more than 1,000 units */
+  UL_TYPED_NO_FIELD = 13  /* the measure has no unit to read values in */
+};
+
+typedef struct ul_typed_info { /* 20 bytes */
+  int32_t problem;             /* UL_TYPED_ACCEPTED, or why it was refused */
+  int32_t has_value;           /* 0: refused, or an expression with a name, which has none */
+  int32_t position;            /* where a refused text went wrong, in UTF-16 units from 0; -1: accepted */
+  int32_t suggestions;         /* texts to type instead */
+  int32_t steps;               /* of the reading, to explain it */
+} ul_typed_info;
+
+/* The stored value of a text as people type it: all that ul_display_to_store reads, with the same value, and
+ * the spellings of the trade: 10'-6", 6-1/2", 10 ft 6 in, 2.5 m in a field of feet. A text with two readings
+ * is refused. A refused text is UL_OK with a problem in *info, and *value is NaN, as with a name in it.
+ * errors: UL_ERROR_ARGUMENT an unknown flag; as ul_display_to_store for the measure. */
+UL_API ul_status UL_CALL ul_read_typed(int32_t measure, const ul_char16* text, int32_t length, int32_t scale,
+                                       uint32_t flags, double* value, ul_typed_info* info);
+UL_API ul_status UL_CALL ul_read_typed_u8(int32_t measure, const char* text, int32_t length, int32_t scale,
+                                          uint32_t flags, double* value, ul_typed_info* info);
+
+/* part of ul_get_typed_text */
+enum {
+  UL_TYPED_REWRITTEN =
+      0, /* the text as ul_display_to_store, or for expressions ul_get_elev_store_value, reads it */
+  UL_TYPED_UNDERSTOOD = 1, /* "10 feet 6 inches, dash read as a separator" */
+  UL_TYPED_REASON = 2,     /* why it was refused */
+  UL_TYPED_SUGGESTION = 3, /* number index of the suggestions */
+  UL_TYPED_STEP_NAME = 4,  /* "feet", of step number index */
+  UL_TYPED_STEP_TEXT = 5   /* "10" */
+};
+
+/* The texts of a reading; the text is read anew. index counts suggestions and steps, other parts do not use
+ * it. errors: UL_ERROR_INDEX no such suggestion or step; as ul_read_typed. */
+UL_API ul_status UL_CALL ul_get_typed_text(int32_t measure, const ul_char16* text, int32_t length,
+                                           uint32_t flags, int32_t part, int32_t index, ul_char16* buffer,
+                                           int32_t capacity, int32_t* needed);
+UL_API ul_status UL_CALL ul_get_typed_text_u8(int32_t measure, const char* text, int32_t length,
+                                              uint32_t flags, int32_t part, int32_t index, char* buffer,
+                                              int32_t capacity, int32_t* needed);
+
 /* ---- The settings: reading ----------------------------------------------------------------------------- */
 
 /* The settings are a tree: configurations, their measures, the units of a measure, the rounds and symbols of

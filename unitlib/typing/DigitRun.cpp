@@ -73,12 +73,13 @@ TDigitRun OneComma(TView Run) {
   return Number(CommaAsPoint(Run), false, true);
 }
 
-TDigitRun WithCommas(TView Run, bool DecimalComma) {
+TDigitRun WithCommas(TView Run, bool DecimalComma, bool GroupsOfFour) {
   const std::size_t Point = Run.find(u'.'), Commas = CountOf(Run, u',');
   const TView Whole = Run.substr(0, Point);
   if (CountOf(Run, u'.') <= 1 && CountOf(Whole, u',') == Commas && IsGrouping(Whole, u',')) {
-    const bool NoPoint = Point == TView::npos;
-    if (!(DecimalComma && Commas == 1 && NoPoint)) return Number(Without(Run, u','), true);
+    const bool Alone = Commas == 1 && Point == TView::npos; // 1,234: the comma may be the decimal mark
+    if (!(Alone && (DecimalComma || (!GroupsOfFour && !IsGrouped(Whole, u',', 3)))))
+      return Number(Without(Run, u','), true);
   }
   if (DecimalComma && Commas == 1) {
     if (Point == TView::npos) return OneComma(Run);
@@ -94,8 +95,8 @@ TDigitRun WithCommas(TView Run, bool DecimalComma) {
 
 } // namespace
 
-TDigitRun ReadDigitRun(TView Run, bool DecimalComma) {
-  if (Run.find(u',') != TView::npos) return WithCommas(Run, DecimalComma);
+TDigitRun ReadDigitRun(TView Run, bool DecimalComma, bool GroupsOfFour) {
+  if (Run.find(u',') != TView::npos) return WithCommas(Run, DecimalComma, GroupsOfFour);
   const std::size_t Points = CountOf(Run, u'.');
   if (Points <= 1) return Number(std::u16string(Run));
   if (DecimalComma && IsGrouped(Run, u'.', 3)) return Number(Without(Run, u'.'), true);

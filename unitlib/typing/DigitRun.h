@@ -17,6 +17,7 @@ struct TDigitRun {
 };
 
 /// Reads a run of digits, points and commas (blanks taken out already).
-TDigitRun ReadDigitRun(std::u16string_view Run, bool DecimalComma);
+/// GroupsOfFour    the settings show groups of four digits, so that 1,2345 may be one
+TDigitRun ReadDigitRun(std::u16string_view Run, bool DecimalComma, bool GroupsOfFour);
 
 } // namespace unitlib::typing

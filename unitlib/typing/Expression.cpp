@@ -140,8 +140,14 @@ private:
   }
 
   void RequireClearDash(const TQuantity& Right) const {
-    if (FPending.empty() || FPending.back().Token.Kind != Dash || !FPending.back().Left) return;
+    if (FPending.empty() || !FPending.back().Left) return;
     const TLeftSide& Left = *FPending.back().Left;
+    if (FPending.back().Token.Kind == Plus && Left.Quantity.IsWholeNumber() && Right.IsInchesOnly() &&
+        IsProperFraction(Right))
+      Refuse(TTypedProblem::Ambiguous, FPending.back().Token.Begin,
+             u"the sign may join a number and its fraction", Left.Quantity.Begin, Right.End,
+             Offers(Left.Quantity, Right));
+    if (FPending.back().Token.Kind != Dash) return;
     if (IsAmbiguous(Left, Right, FField) || IsDashFraction(Left, Right))
       Refuse(TTypedProblem::Ambiguous, FPending.back().Token.Begin, u"the dash may join or take away",
              Left.Quantity.Begin, RightEnd(Right), Offers(Left.Quantity, Right));
@@ -175,7 +181,8 @@ private:
       Joined.pop_back(); // the inch mark moves behind the fraction
     Joined += u" " + R;
     if (Right.IsPlain()) Joined += u"\"";
-    return {Joined, u"(" + L + u")-(" + R + u")"};
+    const std::u16string Operator(1, FPending.back().Token.Kind == Plus ? u'+' : u'-');
+    return {Joined, u"(" + L + u")" + Operator + u"(" + R + u")"};
   }
 
   /// Closing brackets, then an operator or the end.

@@ -2,18 +2,33 @@
 
 #include "unitlib/convert/ZELUnitConvertor.h"
 #include "unitlib/model/ZELUnitConst.h"
+#include "unitlib/model/ZELUnitMgr.h"
 #include "unitlib/rtl/Errors.h"
 #include "unitlib/rtl/Numbers.h"
 #include "unitlib/rtl/Text.h"
 #include "unitlib/typing/Refusal.h"
 
 namespace unitlib::typing {
+namespace {
+
+/// Settings without a digit group show none.
+bool ShowsGroupsOfFour() {
+  try {
+    return SameText(TSystemUnitDataManager::CurDigitGroup()->DigitGroupParserClassName,
+                    u"TDigitGroup4CommaParser");
+  } catch (const EListError&) {
+    return false;
+  }
+}
+
+} // namespace
 
 TField::TField(int AMeasure, const TTypedOptions& AOptions)
     : Measure(AMeasure), Options(AOptions), Parser(TCommonUnitCommand(AMeasure).GetParser()) {
   if (!Parser)
     Refuse(TTypedProblem::Field, 0, u"measure " + IntToStr(Measure) + u" has no unit to read values in");
   const std::u16string& Class = Parser->GetUnit()->UnitParserClassName;
+  GroupsOfFour = ShowsGroupsOfFour();
   Unit = UnitOfClass(Class);
   if (!Unit) return;
   Kind = Unit->Kind;

@@ -21,6 +21,7 @@ struct TField {
   bool IsImperialLength = false; // feet, inches
   bool IsFractional = false;     // no decimals without a mark: 2.5 could be feet or inches
   bool IsDecimalFeet = false;
+  bool GroupsOfFour = false; // of digits, as the settings show them: 1,2345
 
   bool IsExpression() const noexcept { return Options.Kind == TTypedKind::Expression; }
   /// One name may stand in the text, for a level of which nothing is known.

@@ -100,6 +100,9 @@ private:
     if (Bar.Char == FractionSlash && Top.Value.Num() >= Bottom.Value.Num()) RefuseRunTogether(Top, Bottom);
     FAt += 3;
     RequireNoSecondSlash();
+    const bool Proper = Top.Value.Num() < Bottom.Value.Num();
+    if (!Proper && !Is(Unit) && !FField.IsImperialLength && !FField.IsExpression())
+      Refuse(TTypedProblem::Fraction, Top.Begin, u"a fraction above one needs its unit");
     TPart Part;
     Part.Value = Top.Value / Bottom.Value;
     Part.Words = FractionWords(Top.Value.Num(), Bottom.Value.Num());
@@ -188,7 +191,17 @@ private:
       Refuse(TTypedProblem::Order, Place, u"the larger unit comes first, each unit once");
     if (!(Next.Value * Smaller - Larger < 0) || (Next.Value * Smaller - Larger).Num() == 0)
       Refuse(TTypedProblem::Order, Place, u"the smaller unit makes a whole one of the larger");
+    RequireFewDigits(Next, Place);
     Quantity.Parts.push_back(std::move(Next));
+  }
+
+  /// 1'000 may be a thousand with an apostrophe between its groups.
+  void RequireFewDigits(const TPart& Next, std::size_t Place) const {
+    const bool Whole = !Next.HasPoint && !Next.IsFraction;
+    std::size_t Number = FAt - 1;
+    while (FTokens[Number].Begin > Place) --Number;
+    if (Whole && FTokens[Number].End - FTokens[Number].Begin > 2)
+      Refuse(TTypedProblem::NotANumber, Place, u"inches of three digits");
   }
 
   /// 5'6, as the facade reads it: the inch mark may be missing where the foot mark is not.

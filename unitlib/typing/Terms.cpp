@@ -31,6 +31,7 @@ void CountInUnit(TTerm& Term, TKind& Kind, const TField& Field) {
   Term.Engine = u"((" + Term.Engine + u")*" + EngineNumber(Field.Unit->InBase) + u")";
   Term.Value *= Field.Unit->InBase;
   Term.Exact = Term.Exact * TRational(static_cast<std::int64_t>(Field.Unit->InBase));
+  Term.OnlyMarks = true; // a third one may follow
   Kind = TKind::Amount;
 }
 

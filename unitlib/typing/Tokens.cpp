@@ -148,7 +148,7 @@ private:
     const std::size_t Begin = FAt;
     bool Blanks = false;
     const std::u16string Run = TakeRun(Blanks);
-    const TDigitRun Read = ReadDigitRun(Run, FField.Options.DecimalComma);
+    const TDigitRun Read = ReadDigitRun(Run, FField.Options.DecimalComma, FField.GroupsOfFour);
     if (!Read.Reason.empty()) RefuseRun(Begin, Read);
     TToken Token;
     Token.Kind = Number;
@@ -291,8 +291,19 @@ private:
     return Length;
   }
 
+  /// "five feet" was meant to be a length. Single letters may name anything.
+  void RequireNoUnit(std::u16string_view Name) const {
+    for (std::size_t Blank = Name.find(u' '); Blank != Name.npos; Blank = Name.find(u' ', Blank + 1)) {
+      const std::u16string_view Rest = Name.substr(Blank + 1);
+      const std::size_t Word = std::min(Rest.find(u' '), Rest.size());
+      if (Word > 1 && MatchUnit(Rest, FField.Options.Languages).Length >= Word)
+        Refuse(TTypedProblem::Name, FAt + Blank + 1, u"a unit inside a name");
+    }
+  }
+
   TToken NextName() {
     const std::size_t Length = NameLength();
+    RequireNoUnit(FText.substr(FAt, Length));
     if (Length > MaxName) Refuse(TTypedProblem::Name, FAt, u"a name of more than 64 characters");
     TToken Token = Take(Name, Length);
     Token.Text = FText.substr(Token.Begin, Length);
@@ -325,7 +336,7 @@ void RequireClearCommas(std::u16string_view Text, const TField& Field) {
     End = std::min(Text.find_first_not_of(NumberCharacters, Begin), Text.size());
     const std::u16string_view Run = Text.substr(Begin, End - Begin);
     if (Run.find(u',') == std::u16string_view::npos || Run.find_first_of(u"0123456789") == Run.npos) continue;
-    const TDigitRun Read = ReadDigitRun(Run, Field.Options.DecimalComma);
+    const TDigitRun Read = ReadDigitRun(Run, Field.Options.DecimalComma, Field.GroupsOfFour);
     if (Read.Reason.empty()) continue;
     Refuse(Read.Ambiguous ? TTypedProblem::Ambiguous : TTypedProblem::NotANumber, Begin, Read.Reason, Begin,
            End, Read.Readings);
