@@ -143,7 +143,7 @@ const TRefused Refused[] = {
     {"not_a_number", CYStandMetric, ResultLength, u"NaN", "neither a number nor a unit"},
     {"infinity", CYStandMetric, ResultLength, u"INF", "neither a number nor a unit"},
     {"result_too_large", CYStandMetric, ResultLength, u"100000000000000*100000000000000",
-     "outside the range"},
+     "too big"},
     {"unknown_measure", CYAmInch, 42, u"1", "measure 42 is not in the unit settings"},
 };
 
