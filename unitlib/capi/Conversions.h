@@ -13,7 +13,8 @@ struct TDisplayFlags {
 };
 /// errors      TFailure an unknown flag
 TDisplayFlags ReadDisplayFlags(uint32_t Flags);
-/// True when the text is to be checked first. errors      TFailure an unknown flag
+/// True when the text is to be checked first.
+/// errors      TFailure an unknown flag
 bool ReadCheckFlag(uint32_t Flags);
 
 /// errors      TFailure no such measure, EListError no current unit, EConvertError no parser for it

@@ -22,7 +22,8 @@ template <class C> TIn(const C*, int32_t) -> TIn<C>;
 std::u16string Read(TIn<ul_char16> In);
 std::u16string Read(TIn<char> In);
 
-/// Length as the border counts it. errors      TFailure more units than 32 bits count
+/// Length as the border counts it.
+/// errors      TFailure more units than 32 bits count
 int32_t CheckedLength(size_t Length);
 
 /// What becomes of the failure of a buffer that is too small: kept as the thread's last error, or returned
@@ -39,7 +40,8 @@ public:
 
   /// errors      TFailure the buffer is null or its capacity negative
   void Require() const;
-  /// Writes the text and a closing zero, or nothing. errors      as Require
+  /// Writes the text and a closing zero, or nothing.
+  /// errors      as Require
   ul_status Write(std::u16string_view Text, TOnFailure OnFailure = TOnFailure::Keep) const;
   /// The same without the closing zero, for the texts of a column.
   ul_status WriteRaw(std::basic_string_view<C> Text) const {

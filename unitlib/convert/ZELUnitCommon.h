@@ -35,7 +35,8 @@ public:
   virtual void AppendSymbol(TStringBuilder& Builder) const;
   /// Appends the number text of a value >= 0 in display units: rounded to the current increment (NoRound:
   /// not), grouped (NoDigitGroup: not), padded with zeros to the decimals of the increment. Number texts have
-  /// 15 significant digits. errors      EConvertError the increment is not a number; EListError no digit
+  /// 15 significant digits.
+  /// errors      EConvertError the increment is not a number; EListError no digit
   /// group is current; ERangeError
   virtual void RoundOff(double Value, TStringBuilder& Builder, bool NoDigitGroup, bool NoRound) const;
   virtual bool CheckFractionDisplay(std::u16string_view Text) const;
@@ -73,7 +74,8 @@ public:
 protected:
   /// Factor Digits / 10^Decimals over the store unit, correctly rounded.
   static double ScaleOf(std::int64_t Digits, int Decimals, int ScaleIndex) noexcept;
-  /// Value, which Text was read as. errors      ERangeError it is not finite
+  /// Value, which Text was read as.
+  /// errors      ERangeError it is not finite
   static double RequireStorable(double Value, std::u16string_view Text);
   /// AsString without the symbol.
   void AppendNumber(TStringBuilder& Builder, double Value, int ScaleIndex, bool NoDigitGroup, bool NoRound,
@@ -114,15 +116,19 @@ public:
   TCommonUnitCommand& operator=(const TCommonUnitCommand&) = delete;
 
   /// A parser for the measure's current unit; null when the measure is unknown or no class is registered for
-  /// the unit. errors      EListError nothing is loaded, no configuration is chosen or the measure has no
+  /// the unit.
+  /// errors      EListError nothing is loaded, no configuration is chosen or the measure has no
   /// current unit
   virtual std::unique_ptr<TCommonUnitParser> GetParser() const;
-  /// The parser's IsValid; false without a parser. errors      as GetParser
+  /// The parser's IsValid; false without a parser.
+  /// errors      as GetParser
   virtual bool CheckDisplay(std::u16string_view AText) const;
-  /// The parser's AsString; FloatToStr of the value without a parser. errors      as GetParser, AsString
+  /// The parser's AsString; FloatToStr of the value without a parser.
+  /// errors      as GetParser, AsString
   virtual std::u16string StoreToDisplay(double AValue, int AScaleIndex, bool NoSymbol, bool NoDigitGroup,
                                         bool NoRound, bool NoPlusSign) const;
-  /// The parser's AsDouble; 0 without a parser. errors      as GetParser, AsDouble
+  /// The parser's AsDouble; 0 without a parser.
+  /// errors      as GetParser, AsDouble
   virtual double DisplayToStore(std::u16string_view AText, int AScaleIndex) const;
   /// The chosen symbol, or, where that is empty or "None", the unit's symbol for that case; for feet and
   /// fractional inches an empty text when AEmptyForFeetInch is set. ASymbol receives the same text.
@@ -134,7 +140,8 @@ public:
   int GetClassifyCode() const noexcept { return FClassifyCode; }
 
 protected:
-  /// The measure's current unit; null when the measure is unknown. errors      as GetParser
+  /// The measure's current unit; null when the measure is unknown.
+  /// errors      as GetParser
   TUnit* FindUnit() const;
 
 private:

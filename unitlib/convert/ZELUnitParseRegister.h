@@ -23,7 +23,8 @@ template <class T> std::unique_ptr<TCommonUnitParser> CreateUnitParser(TUnit* Un
 void RegisterUnitParser(std::u16string_view Name, TUnitParserClass Class);
 
 /// A parser of the class registered under Name (letter case does not matter) for Unit; null when there is
-/// none. errors      EListError Unit is null
+/// none.
+/// errors      EListError Unit is null
 std::unique_ptr<TCommonUnitParser> GetUnitParser(std::u16string_view Name, TUnit* Unit);
 
 /// Start-up and shut-down of the package; see ZELUnitPackage.h.

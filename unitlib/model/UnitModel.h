@@ -116,7 +116,8 @@ public:
   TOwningList<TMeasure> MeasureContainer;
 
   /// The measure at position Index, or, by order index, the first whose OrderIndex is Index (null when none
-  /// is). errors      EListError the position is outside the list (only when not looked up by order index)
+  /// is).
+  /// errors      EListError the position is outside the list (only when not looked up by order index)
   TMeasure* Measure(int Index, bool ByOrderIndex) const;
   int MeasureCount() const noexcept { return MeasureContainer.Count(); }
   void RestoreDefault() noexcept;

@@ -36,24 +36,28 @@ public:
 
   /// Replaces the project set (InitUnitSystemSetting) or the report set (InitSystemUnit) by a file's content
   /// and makes it current. After a failure the set holds what was read before it, and SaveConfigFile refuses
-  /// until a load succeeds. errors      EFileError, EXmlError (see ParseUnitConfigXMLFile)
+  /// until a load succeeds.
+  /// errors      EFileError, EXmlError (see ParseUnitConfigXMLFile)
   static void InitUnitSystemSetting(std::u16string_view FileName);
   static void InitSystemUnit(std::u16string_view FileName);
   /// Frees both sets.
   static void FreeUnitSystemSetting() noexcept;
 
   /// Reads a settings file into the current set, which should be empty. An empty FileName means
-  /// "UnitConfig.xml" in the folder of the host's executable. errors      EFileError the file cannot be read;
+  /// "UnitConfig.xml" in the folder of the host's executable.
+  /// errors      EFileError the file cannot be read;
   /// EXmlError it is not XML, an element or attribute is missing or of
   ///             the wrong form (with path, line, element, attribute); EListError no set is current
   static void ParseUnitConfigXMLFile(std::u16string_view FileName);
   /// Writes the current set. An empty FileName means the file loaded last. The file is replaced as a whole or
-  /// not at all. errors      EFileError the file cannot be written, or the last load failed; EXmlError a text
+  /// not at all.
+  /// errors      EFileError the file cannot be written, or the last load failed; EXmlError a text
   /// cannot be written as
   ///             XML; EListError no set is current
   static void SaveConfigFile(std::u16string_view FileName);
   /// Writes the working copy "SysUnit.xml" in GetTempPathForUnit(), which is created when missing.
-  /// ConfigueType is not used: the current set is written whatever it says. errors      as SaveConfigFile
+  /// ConfigueType is not used: the current set is written whatever it says.
+  /// errors      as SaveConfigFile
   static void SavetoModel(TConfigueType ConfigueType);
 
   /// Chooses the configuration after a load: ConfigueType where the file has no choice (the working copy is
@@ -80,11 +84,13 @@ public:
   static void SetCurDigitGroupIndex(int Index) noexcept;
 
   /// Restores the defaults of the configuration that is current, then makes configuration Index (its low
-  /// byte) current. errors      EListError no configuration is current
+  /// byte) current.
+  /// errors      EListError no configuration is current
   static void RestoreDefaultUnitSystem(int Index);
   /// Recomputes every measure's ExampleDisplayValue from its ExampleValue, a number in the base unit of the
   /// measure with its classify code. A measure that fails gets an empty text, the others are computed all the
-  /// same. errors      the first error met: EListError, EConvertError (an example or increment is no number),
+  /// same.
+  /// errors      the first error met: EListError, EConvertError (an example or increment is no number),
   /// ERangeError
   static void UpdateDispalyValue(); // sic
   static std::u16string GetUnitConfigFileName();
@@ -105,7 +111,8 @@ std::u16string GetTempPathForUnit();
 std::u16string GetDisplayValue(std::u16string_view Text);
 /// Suffix " [SF]" for a unit whose current symbol is "None" (any letter case), made of its
 /// DefUnitSymbolWhenNone; empty for another symbol, an empty DefUnitSymbolWhenNone and the two fractional
-/// inch units, which carry their own marks. errors      EListError Unit is null
+/// inch units, which carry their own marks.
+/// errors      EListError Unit is null
 std::u16string GetDefUnitCharacter(TUnit* Unit);
 /// Sets Enable and Checked of a format switch; its defaults stay.
 /// errors      EListError Setting is null

@@ -16,7 +16,8 @@ std::u16string IncludeTrailingPathDelimiter(std::u16string_view Path);
 std::u16string GetExePath();
 
 /// Documents folder shared by all users. Where the system has none: "Documents" in the home folder that the
-/// password database gives for the user (no environment variable is read). errors      EFileError the system
+/// password database gives for the user (no environment variable is read).
+/// errors      EFileError the system
 /// does not tell
 std::u16string GetCommonDocumentsPath();
 

@@ -19,7 +19,8 @@ std::string ReadWholeFile(std::u16string_view Path);
 /// whose permissions are kept. A symbolic link is followed, not replaced; of several hard links only this one
 /// gets the new content. A file without right to write is not replaced. When anything fails the old file is
 /// as it was and the temporary one is gone; what a killed process left behind the next save of this file
-/// removes (not on Windows). errors      EFileError the file cannot be written or replaced
+/// removes (not on Windows).
+/// errors      EFileError the file cannot be written or replaced
 void WriteWholeFile(std::u16string_view Path, std::string_view Content);
 
 } // namespace unitlib

@@ -69,7 +69,8 @@ public:
   void LoadFromMemory(std::string Content, std::u16string_view Path = {});
 
   /// Writes UTF-8 with a declaration, indented by two blanks, lines ended by LF; all or nothing (see
-  /// Files.h). errors      EFileError
+  /// Files.h).
+  /// errors      EFileError
   void SaveToFile(std::u16string_view Path) const;
   std::string SaveToMemory() const;
 

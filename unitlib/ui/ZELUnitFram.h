@@ -25,7 +25,8 @@ public:
 };
 
 /// Recomputes every measure's example text. A measure that cannot be shown, for example because of a bad
-/// increment, has an empty text afterwards and can be repaired in the dialog. errors      EListError no
+/// increment, has an empty text afterwards and can be repaired in the dialog.
+/// errors      EListError no
 /// configuration is current
 void UpdateExamples();
 

@@ -15,7 +15,8 @@ class TSystemUnitFram;
 class TSystemUnitForm : public TUnitDialog {
 public:
   /// Opens the dialog and returns when it is closed. Does nothing while after-change listeners run or while
-  /// the dialog is open already. Before-change listeners are called first; after OK, OnOK. errors      those
+  /// the dialog is open already. Before-change listeners are called first; after OK, OnOK.
+  /// errors      those
   /// of loading and saving, of listeners and callbacks: the dialog has ended then, everything is
   ///             freed, and the file is locked again. EUnitError when there is no window system.
   static void Execute(TConfigueType ConfigType, std::u16string_view FileName, const TUnitOKFunc& OnOK,
