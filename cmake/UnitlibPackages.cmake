@@ -4,7 +4,7 @@ set(UNITLIB_DEBIAN_DIR ${PROJECT_SOURCE_DIR}/packaging/debian)
 set(UNITLIB_DEBIAN_REVISION 1)
 set(UNITLIB_DEBIAN_VERSION ${PROJECT_VERSION}-${UNITLIB_DEBIAN_REVISION})
 set(UNITLIB_DEBIAN_DATE "" CACHE STRING "Date of the packages' changelog, as in RFC 2822")
-set(UNITLIB_DEBIAN_MAINTAINER "unitlib maintainers <unitlib@localhost.localdomain>")
+set(UNITLIB_DEBIAN_MAINTAINER "unitlib developers <developers@unitlib.invalid>")
 math(EXPR next_minor "${PROJECT_VERSION_MINOR} + 1")
 set(UNITLIB_NEXT_MINOR ${PROJECT_VERSION_MAJOR}.${next_minor})
 
@@ -13,6 +13,7 @@ set(CPACK_PACKAGE_NAME unitlib)
 set(CPACK_PACKAGE_CONTACT "${UNITLIB_DEBIAN_MAINTAINER}")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
+set(CPACK_PRE_BUILD_SCRIPTS ${UNITLIB_DEBIAN_DIR}/compress_manuals.cmake)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_GROUPING ONE_PER_GROUP)
 set(CPACK_COMPONENTS_ALL "")
@@ -30,7 +31,6 @@ file(WRITE ${PROJECT_BINARY_DIR}/debian/changelog "${lines}")
 find_program(GZIP gzip REQUIRED)
 execute_process(COMMAND ${GZIP} -9nfk ${PROJECT_BINARY_DIR}/debian/changelog COMMAND_ERROR_IS_FATAL ANY)
 
-include(CPackComponent)
 # debian_package(<name> COMPONENTS c... SECTION s SUMMARY text DESCRIPTION text [DEPENDS text] [SUGGESTS text] [ALL]
 #                [EXTRA file...])
 # The first component carries copyright and changelog.
@@ -44,9 +44,9 @@ function(debian_package name)
     install(FILES ${UNITLIB_DEBIAN_DIR}/${name}.lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides
       COMPONENT ${first} RENAME ${name})
   endif()
-  cpack_add_component_group(${name})
   foreach(component IN LISTS P_COMPONENTS)
-    cpack_add_component(${component} GROUP ${name})
+    string(TOUPPER ${component} key)
+    set(CPACK_COMPONENT_${key}_GROUP ${name} PARENT_SCOPE)
   endforeach()
   string(TOUPPER ${name} key)
   set(CPACK_DEBIAN_${key}_PACKAGE_NAME ${name} PARENT_SCOPE)
@@ -91,7 +91,7 @@ shared_libraries(extra libunitlib-ui${major} libunitlib_ui libunitlib_c_ui)
 debian_package(libunitlib-ui${major} COMPONENTS ui capi_ui SECTION libs EXTRA ${extra}
   DEPENDS "libunitlib${major} ${same}"
   SUMMARY "project units for construction programs - dialogs"
-  DESCRIPTION "${what}This package holds the shared libraries of the two settings dialogs, for C++ and C.")
+  DESCRIPTION "${what}This package holds the shared libraries of the two settings dialogs, for\nC++ and C.")
 debian_package(libunitlib-dev COMPONENTS core_dev capi_dev SECTION libdevel
   DEPENDS "libunitlib${major} ${same}" SUGGESTS "libunitlib-ui-dev"
   SUMMARY "project units for construction programs - development files"
@@ -103,7 +103,7 @@ debian_package(libunitlib-ui-dev COMPONENTS ui_dev capi_ui_dev SECTION libdevel
 debian_package(unitlib-tools COMPONENTS tools SECTION utils
   DEPENDS "libunitlib${major} ${same}, libunitlib-ui${major} ${same}"
   SUMMARY "project units for construction programs - tools"
-  DESCRIPTION "${what}This package holds unitctl, which makes, checks and changes settings and converts\nvalues, expressions and schedules, and takeoff, a small host program.")
+  DESCRIPTION "${what}This package holds unitctl, which makes and changes settings and converts\nvalues, expressions and schedules, and takeoff, a small host program.")
 debian_package(python3-unitlib COMPONENTS python SECTION python ALL
   DEPENDS "libunitlib${major} (>= ${UNITLIB_DEBIAN_VERSION}), python3 (>= 3.10)"
   EXTRA ${UNITLIB_DEBIAN_DIR}/python3-unitlib/postinst ${UNITLIB_DEBIAN_DIR}/python3-unitlib/prerm
@@ -114,7 +114,9 @@ debian_package(python3-unitlib COMPONENTS python SECTION python ALL
 set(doc ${CMAKE_INSTALL_DATADIR}/doc/libunitlib-dev)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${doc} COMPONENT core_dev
   FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg")
-install(FILES ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${doc} COMPONENT core_dev)
+execute_process(COMMAND ${GZIP} -9nc ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+  OUTPUT_FILE ${PROJECT_BINARY_DIR}/debian/upstream-changelog.gz COMMAND_ERROR_IS_FATAL ANY)
+install(FILES ${PROJECT_BINARY_DIR}/debian/upstream-changelog.gz DESTINATION ${doc} COMPONENT core_dev RENAME changelog.gz)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/ DESTINATION ${doc}/examples COMPONENT core_dev
   FILES_MATCHING PATTERN "*.c" PATTERN "*.cpp" PATTERN "*.py" PATTERN "*.csv" PATTERN "windows-host" EXCLUDE
   PATTERN "__pycache__" EXCLUDE)
