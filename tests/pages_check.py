@@ -3,7 +3,8 @@
 - A code block announced by "`examples/FILE`:" or "`examples/FILE`, part `NAME`:" is that file or part, letter for letter
   (--write puts it there); in the guides every block of C++ is announced, and so compiled.
 - Every link leads somewhere, every page is reachable from the index docs/README.md.
-- Every function of the C interface is on its page, every public name of the Python module on its own.
+- Every function of the C interface has its row on its page, every public name of the Python module on its own; the rows
+  are taken from header and module (--write puts them there).
 - The version stands in CMakeLists.txt; what has to repeat it agrees.
 """
 
@@ -12,7 +13,11 @@ import pathlib
 import re
 import sys
 
-root = pathlib.Path(sys.argv[1])
+root = pathlib.Path(sys.argv[1]).resolve()
+sys.path.insert(0, str(root / "docs" / "site"))
+sys.dont_write_bytecode = True
+import references  # noqa: E402: found by the path above
+
 write = "--write" in sys.argv
 problems = []
 
@@ -60,17 +65,35 @@ def check_guide(page: pathlib.Path, text: str) -> None:
         problems.append(f"{page.name}: a block of C++ is not announced, so nobody compiles it")
 
 
-def check_c_page(text: str) -> None:
+def check_reference(name: str, reference: str) -> None:
+    """The marked part of a page is what the code says (--write puts it there)."""
+    page = root / "docs" / name
+    text = page.read_text(encoding="utf-8")
+    marked = re.compile(r"(<!-- reference: .*? -->\n\n).*?(\n\n<!-- end of reference -->)", re.S)
+    new = marked.sub(lambda match: match[1] + reference + match[2], text)
+    if reference not in new:
+        problems.append(f"{name} has no place for the reference")
+    if new != text and write:
+        page.write_text(new, encoding="utf-8")
+    elif new != text:
+        problems.append(f"the reference in {name} is not current: tests/pages_check.py . --write")
+
+
+def check_c_page() -> None:
+    check_reference("c-interface.md", references.c_reference(root))
     functions = set(re.findall(r"^function ul_status (ul_\w+)\(", read("unitlib/capi/symbols.txt"), re.M))
+    text = read("docs/c-interface.md")
     for name in sorted(functions):
-        if not name.endswith("_u8") and not re.search(rf"`{name}(`|\()", text):
-            problems.append(f"c-interface.md does not mention {name}")
+        if not name.endswith("_u8") and f"| `{name}`" not in text:
+            problems.append(f"c-interface.md has no row for {name}")
 
 
-def check_python_page(text: str) -> None:
+def check_python_page() -> None:
+    check_reference("python.md", references.python_reference(root))
     tree = ast.parse(read("python/unitlib/__init__.py"))
     names = next(ast.literal_eval(node.value) for node in tree.body
                  if isinstance(node, ast.Assign) and getattr(node.targets[0], "id", "") == "__all__")
+    text = read("docs/python.md")
     for name in names:
         if not re.search(rf"\b{name}\b", text):
             problems.append(f"python.md does not mention {name}")
@@ -99,8 +122,8 @@ for page in pages:
         check_guide(page, content)
     if page.parent.name == "docs" and page.name != "README.md" and f"]({page.name})" not in index:
         problems.append(f"docs/README.md does not lead to {page.name}")
-check_c_page(read("docs/c-interface.md"))
-check_python_page(read("docs/python.md"))
+check_c_page()
+check_python_page()
 check_version()
 for problem in problems:
     print(problem)

@@ -90,3 +90,9 @@ def test_texts_of_the_dialogs(units, tmp_path):
     (tmp_path / "wrong.txt").write_text("dialog.ok =\n", encoding="utf-8")
     with pytest.raises(units.UnitError, match="wrong.txt:1: The text is empty: dialog.ok"):
         units.load_texts(tmp_path / "wrong.txt")
+
+
+def test_a_library_without_the_functions_is_refused():
+    code = "import unitlib; unitlib.load_library('libc.so.6')"
+    done = subprocess.run([sys.executable, "-c", code], capture_output=True, encoding="utf-8", check=False)
+    assert "ImportError: libc.so.6 has no function ul_version: it is older than this module" in done.stderr

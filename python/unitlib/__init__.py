@@ -133,6 +133,7 @@ def free() -> None:
 
 
 def is_loaded() -> bool:
+    """Whether settings are loaded."""
     return bool(int_of("ul_is_loaded"))
 
 

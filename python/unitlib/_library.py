@@ -183,7 +183,10 @@ def load_library(path: str | os.PathLike[str] | None = None) -> None:
                 problems.append(f"{candidate}: {problem}")
                 continue
             for name, arguments in PROTOTYPES.items():
-                function = getattr(library, name)
+                try:
+                    function = getattr(library, name)
+                except AttributeError:
+                    raise ImportError(f"{candidate} has no function {name}: it is older than this module") from None
                 function.argtypes = arguments
                 function.restype = c_int32
             _library = library

@@ -57,6 +57,7 @@ def attach_refresh_unit(listener: Listener) -> None:
 
 
 def detach_refresh_unit(listener: Listener) -> None:
+    """Undoes attach_refresh_unit; a listener that is not attached changes nothing."""
     _detach(_after, "ul_detach_refresh_unit", listener)
 
 
@@ -71,10 +72,12 @@ def attach_before_unit_change(listener: Listener) -> None:
 
 
 def detach_before_unit_change(listener: Listener) -> None:
+    """Undoes attach_before_unit_change."""
     _detach(_before, "ul_detach_before_unit_change", listener)
 
 
 def refresh_before_unit_change() -> None:
+    """Calls the listeners before a change: the one who is about to change units calls this."""
     _fire("ul_refresh_before_unit_change")
 
 

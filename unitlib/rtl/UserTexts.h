@@ -20,7 +20,8 @@ using TTextSource = TMethodPtr<std::u16string(std::u16string_view Key, std::u16s
 /// shown, on the thread that shows them; a dialog that is open keeps what it has. A source may raise errors.
 TTextSource SetTextSource(TTextSource Source) noexcept;
 
-/// The text for a key: the source's, or else the English one. errors      those of the source
+/// The text for a key: the source's, or else the English one.
+/// errors      those of the source
 std::u16string UserText(std::u16string_view Key, std::u16string_view English);
 
 /// Texts by key, read from UTF-8 (a mark at its start is passed over). One text a line:

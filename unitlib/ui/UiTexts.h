@@ -69,7 +69,8 @@ inline constexpr std::array<TUiTextRow, static_cast<size_t>(TUiText::Count)> UiT
     {TUiText::UnknownMeasure, u"", u"The current configuration has no measure with classify code "},
 }};
 
-/// The text to show. errors      those of the host's text source
+/// The text to show.
+/// errors      those of the host's text source
 std::u16string UiText(TUiText Id);
 
 } // namespace unitlib
