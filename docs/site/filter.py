@@ -14,7 +14,7 @@ import sys
 
 def code_span(match: re.Match[str]) -> str:
     text = html.escape(match[1], quote=False).replace("'", "&apos;").replace('"', "&quot;")
-    return "<code>" + re.sub(r"([\\*_@#~|])", r"\\\1", text) + "</code>"
+    return "<code>" + re.sub(r"([\\*@#~|])", r"\\\1", text) + "</code>"
 
 
 def markdown(text: str) -> str:
