@@ -24,13 +24,16 @@ def markdown(text: str) -> str:
             fenced = not fenced
         elif not fenced:
             line = re.sub(r"(?<!`)`([^`]*['\"][^`]*)`(?!`)", code_span, line)
+            # A double quote would keep what follows it, up to the next one, from being Markdown.
+            line = "".join(piece if piece.startswith(("<", "`")) else piece.replace('"', "&quot;")
+                           for piece in re.split(r"(<[^>]*>|`[^`]*`)", line))
         lines.append(line)
     return "\n".join(lines) + "\n"
 
 
 def escaped(text: str) -> str:
     """Doxygen's commands start with a backslash or an at sign, its tags with <, its links with #; dashes are no tables."""
-    return re.sub(r"([\\@#<>|~*_`\[\]])", r"\\\1", text).replace("\\`", "`")
+    return re.sub(r"([\\@#<>|~*_`\[\]])", r"\\\1", text).replace("\\`", "`").replace('"', "&quot;")
 
 
 def comment(lines: list[str]) -> list[str]:
