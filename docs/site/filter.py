@@ -12,6 +12,10 @@ import re
 import sys
 
 
+# A link to a file that is no page of the site.
+FILE_LINK = re.compile(r"\[([^\]]+)\]\((?!https?:|[^)]*\.(?:md|png|svg)\b)[^)#\s]+\)")
+
+
 def code_span(match: re.Match[str]) -> str:
     text = html.escape(match[1], quote=False).replace("'", "&apos;").replace('"', "&quot;")
     return "<code>" + re.sub(r"([\\*@#~|])", r"\\\1", text) + "</code>"
@@ -23,6 +27,7 @@ def markdown(text: str) -> str:
         if line.lstrip().startswith("```"):
             fenced = not fenced
         elif not fenced:
+            line = FILE_LINK.sub(r"\1", line)
             line = re.sub(r"(?<!`)`([^`]*['\"][^`]*)`(?!`)", code_span, line)
             # A double quote would keep what follows it, up to the next one, from being Markdown.
             line = "".join(piece if piece.startswith(("<", "`")) else piece.replace('"', "&quot;")

@@ -7,7 +7,7 @@ import re
 
 def _first_sentence(text: str) -> str:
     """Up to the first full stop that ends a sentence, with bars and stars safe in a table."""
-    flat = " ".join(text.split("\n\n")[0].split())
+    flat = " ".join(text.split("\n\n")[0].replace('\\"', '"').split())
     found = re.match(r"(.*?[^.0-9\"]\.)(?=\s+[A-Z*\"]|$)", flat)
     sentence = (found[1] if found else flat).rstrip(".")
     return re.sub(r"\berrors?: .*", "", sentence).strip().rstrip(".").replace("|", "\\|").replace("*", "\\*")
