@@ -6,6 +6,7 @@
 #include "unitlib/model/ZELUnitMgr.h"
 #include "unitlib/rtl/Numbers.h"
 #include "unitlib/rtl/Text.h"
+#include "unitlib/typing/ReadTyped.h"
 
 #include <gtest/gtest.h>
 
@@ -81,9 +82,20 @@ protected:
     const std::u16string Typed = FromUtf8(Row.Cells[0]);
     const bool Refused = Row.Cells[2] == "refused";
     ASSERT_EQ(TMeasureDataManager::CheckDisplay(Code, Typed), !Refused);
+    if (Row.Cells.size() > 3) CheckReading(Row, Code, Row.Cells[3]);
     if (Refused) return;
+    CheckReading(Row, Code, Row.Cells[2]); // the reading of typed texts changes no value
     const double Want = StrToFloat(FromUtf8(Row.Cells[2]));
     EXPECT_NEAR(TMeasureDataManager::DisplayToStore(Code, Typed), Want, std::abs(Want) * 1E-14);
+  }
+
+  static void CheckReading(const TRow& Row, int Code, const std::string& Expected) {
+    const TTypedReading Reading = ReadTyped(Code, FromUtf8(Row.Cells[0]));
+    ASSERT_EQ(Reading.Accepted, Expected != "refused")
+        << ToUtf8(Reading.Reason) << ToUtf8(Reading.Understood);
+    if (!Reading.Accepted) return;
+    const double Want = StrToFloat(FromUtf8(Expected));
+    EXPECT_NEAR(Reading.StoreValue, Want, std::abs(Want) * 1E-14);
   }
 
   static void CheckArithmetic(const TRow& Row) {
