@@ -20,7 +20,7 @@ def c_reference(root: pathlib.Path) -> str:
     said = dict(re.findall(r"^\| `(ul_\w+)`(?: \*)? \| [^|]*\| (.*) \|$", page, re.M))
     text = (root / "unitlib/capi/unitlib.h").read_text(encoding="utf-8")
     lines, comment, twin = [], "", set(re.findall(r"\b(ul_\w+)_u8\(", text))
-    pieces = re.compile(r"^/\* ---- (?P<section>.*?) -+ \*/$|^/\*(?P<comment>.*?)\*/$|"
+    pieces = re.compile(r"^/\* ---- (?P<section>[^\n]*?) -+ \*/$|^/\*(?P<comment>(?:(?!\*/).)*)\*/$|"
                         r"^UL_API ul_status UL_CALL (?P<name>ul_\w+)\((?P<arguments>.*?)\);", re.S | re.M)
     for piece in pieces.finditer(text):
         if piece["section"]:
