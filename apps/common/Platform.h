@@ -13,9 +13,16 @@ namespace unitlib::app::platform {
 /// The program's arguments, without its name.
 std::vector<std::string> Arguments(int Count, char** Values);
 
+/// A variable of the environment; empty when it is not set.
+std::string Environment(const char* Name);
+
 /// Makes the three standard streams safe to use: one that the caller closed is opened again so that no file
 /// takes its place, bytes pass unchanged, and the terminal shows UTF-8.
 void PrepareStreams();
+
+/// Runs a program and waits for its end; its streams are this program's. return      exit status, -1 when it
+/// could not be started or was ended from outside
+int RunProgram(const std::string& Path, const std::vector<std::string>& Arguments);
 
 bool IsTerminal(std::FILE* Stream);
 /// Columns of the terminal; 80 where it does not tell.

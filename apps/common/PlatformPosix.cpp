@@ -6,8 +6,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <spawn.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace unitlib::app::platform {
@@ -53,6 +55,11 @@ std::vector<std::string> Arguments(int Count, char** Values) {
   return Count > 0 ? std::vector<std::string>(Values + 1, Values + Count) : std::vector<std::string>();
 }
 
+std::string Environment(const char* Name) {
+  const char* const Value = std::getenv(Name);
+  return Value ? Value : "";
+}
+
 void PrepareStreams() {
   // The lowest free number is taken, so each call fills exactly the gap. Opened the wrong way round, so that
   // using the stream still fails.
@@ -60,6 +67,18 @@ void PrepareStreams() {
     if (fcntl(Number, F_GETFD) < 0 && errno == EBADF &&
         open("/dev/null", Number == 0 ? O_WRONLY : O_RDONLY) < 0)
       errno = 0;
+}
+
+int RunProgram(const std::string& Path, const std::vector<std::string>& Arguments) {
+  std::vector<char*> Values = {const_cast<char*>(Path.c_str())};
+  for (const std::string& Argument : Arguments) Values.push_back(const_cast<char*>(Argument.c_str()));
+  Values.push_back(nullptr);
+  pid_t Process = 0;
+  if (posix_spawn(&Process, Path.c_str(), nullptr, nullptr, Values.data(), environ) != 0) return -1;
+  int Status = 0;
+  while (waitpid(Process, &Status, 0) < 0)
+    if (errno != EINTR) return -1;
+  return WIFEXITED(Status) ? WEXITSTATUS(Status) : -1;
 }
 
 bool IsTerminal(std::FILE* Stream) {

@@ -14,6 +14,7 @@
 #include <cwchar>
 #include <fcntl.h>
 #include <io.h>
+#include <process.h>
 #include <sys/stat.h>
 
 namespace unitlib::app::platform {
@@ -58,11 +59,26 @@ std::vector<std::string> Arguments(int, char**) {
   return Result;
 }
 
+std::string Environment(const char* Name) {
+  const wchar_t* const Value = _wgetenv(Wide(Name).c_str());
+  return Value ? Narrow(Value) : "";
+}
+
 void PrepareStreams() {
   SetConsoleOutputCP(CP_UTF8);
   SetConsoleCP(CP_UTF8);
   for (std::FILE* Stream : {stdin, stdout, stderr})
     if (_fileno(Stream) >= 0) _setmode(_fileno(Stream), _O_BINARY);
+}
+
+int RunProgram(const std::string& Path, const std::vector<std::string>& Arguments) {
+  // The system hands on one line; no argument of ours can hold a quote, which no path has.
+  std::vector<std::wstring> Quoted = {L"\"" + Wide(Path) + L"\""};
+  for (const std::string& Argument : Arguments) Quoted.push_back(L"\"" + Wide(Argument) + L"\"");
+  std::vector<const wchar_t*> Values;
+  for (const std::wstring& Text : Quoted) Values.push_back(Text.c_str());
+  Values.push_back(nullptr);
+  return static_cast<int>(_wspawnv(_P_WAIT, Wide(Path).c_str(), Values.data()));
 }
 
 bool IsTerminal(std::FILE* Stream) {

@@ -11,7 +11,8 @@ constexpr std::size_t BarWidth = 30;
 
 } // namespace
 
-std::string ProgressLine(std::uint64_t Done, std::uint64_t Total, std::uint64_t Rows) {
+std::string ProgressLine(std::uint64_t Done, std::uint64_t Total, std::uint64_t Rows,
+                         std::string_view Counting) {
   std::string Result;
   if (Total > 0) {
     const double Share = std::min(1.0, static_cast<double>(Done) / static_cast<double>(Total));
@@ -20,15 +21,18 @@ std::string ProgressLine(std::uint64_t Done, std::uint64_t Total, std::uint64_t 
     Result.append("[").append(Filled, '#').append(BarWidth - Filled, ' ').append("] ");
     Result.append(3 - std::min<std::size_t>(3, Percent.size()), ' ').append(Percent).append(" %  ");
   }
-  return Result.append(std::to_string(Rows)).append(" rows");
+  const std::size_t Place = std::min(Counting.find("{0}"), Counting.size());
+  Result.append(Counting.substr(0, Place)).append(std::to_string(Rows));
+  return Result.append(Counting.substr(std::min(Place + 3, Counting.size())));
 }
 
-TProgressBar::TProgressBar(std::FILE* Stream, std::uint64_t Total, bool Wanted)
-    : FStream(Stream), FTotal(Total), FWanted(Wanted), FNext(TClock::now() + FirstDelay) {}
+TProgressBar::TProgressBar(std::FILE* Stream, std::uint64_t Total, bool Wanted, std::string Counting)
+    : FStream(Stream), FTotal(Total), FWanted(Wanted), FCounting(std::move(Counting)),
+      FNext(TClock::now() + FirstDelay) {}
 
 void TProgressBar::Update(std::uint64_t Done, std::uint64_t Rows) {
   if (!FWanted || TClock::now() < FNext) return;
-  const std::string Line = ProgressLine(Done, FTotal, Rows);
+  const std::string Line = ProgressLine(Done, FTotal, Rows, FCounting);
   std::fprintf(FStream, "\r%s", Line.c_str());
   std::fflush(FStream);
   FDrawn = std::max(FDrawn, Line.size());

@@ -13,7 +13,8 @@ namespace unitlib::app {
 class TProgressBar {
 public:
   /// Total      bytes to come, 0 where not known: only the rows are counted then
-  TProgressBar(std::FILE* Stream, std::uint64_t Total, bool Wanted);
+  /// Counting   how the rows are told, {0} being their number
+  TProgressBar(std::FILE* Stream, std::uint64_t Total, bool Wanted, std::string Counting);
   ~TProgressBar() { Clear(); }
   TProgressBar(const TProgressBar&) = delete;
   TProgressBar& operator=(const TProgressBar&) = delete;
@@ -28,11 +29,13 @@ private:
   std::FILE* FStream;
   std::uint64_t FTotal;
   bool FWanted;
+  std::string FCounting;
   TClock::time_point FNext;
   std::size_t FDrawn = 0; // columns on the screen
 };
 
 /// The line itself: "[##########          ]  50 %  1234567 rows".
-std::string ProgressLine(std::uint64_t Done, std::uint64_t Total, std::uint64_t Rows);
+std::string ProgressLine(std::uint64_t Done, std::uint64_t Total, std::uint64_t Rows,
+                         std::string_view Counting = "{0} rows");
 
 } // namespace unitlib::app

@@ -2,6 +2,7 @@
 
 #include "apps/common/NearestName.h"
 #include "apps/unitctl/Command.h"
+#include "apps/unitctl/Texts.h"
 
 #include <CLI/CLI.hpp>
 
@@ -45,8 +46,8 @@ std::vector<std::string> CommandNames(CLI::App* Command) {
 /// The walk over the arguments.
 class TPreparation {
 public:
-  TPreparation(CLI::App& App, const std::vector<std::string>& Arguments)
-      : FCommand(&App), FArguments(Arguments) {}
+  TPreparation(CLI::App& App, const std::vector<std::string>& Arguments, std::string& Name)
+      : FCommand(&App), FArguments(Arguments), FName(Name) {}
 
   std::vector<std::string> Run() {
     bool OnlyTexts = false;
@@ -74,7 +75,7 @@ private:
 
   std::string TakeValue(const CLI::Option* Option, const std::string& Name) {
     if (Option->get_items_expected_max() == 0) return {};
-    if (FNext == FArguments.size()) throw ERefused("option " + Name + " needs a value" + HelpHint());
+    if (FNext == FArguments.size()) throw ERefused(Say("usage.option-value", Name, FCommand->get_name()));
     return FArguments[FNext++];
   }
 
@@ -83,13 +84,12 @@ private:
     const std::string Name = Argument.substr(0, Equals);
     const CLI::Option* Option = FindOption(FCommand, Name);
     if (!Option)
-      throw ERefused("unknown option " + Printable(Name) + "; the nearest is " +
-                     Nearest(Name, OptionNames(FCommand)) + " (a text that begins so goes behind a lone --)");
+      throw ERefused(Say("usage.unknown-option", Printable(Name), Nearest(Name, OptionNames(FCommand))));
     if (Equals == std::string::npos) {
       AddValue(Option, Name, TakeValue(Option, Name));
       return;
     }
-    if (Option->get_items_expected_max() == 0) throw ERefused("option " + Name + " takes no value");
+    if (Option->get_items_expected_max() == 0) throw ERefused(Say("usage.option-no-value", Name));
     AddValue(Option, Name, Argument.substr(Equals + 1));
   }
 
@@ -109,8 +109,9 @@ private:
     const std::vector<std::string> Names = CommandNames(FCommand);
     if (Names.empty()) return AddText(Argument);
     if (std::find(Names.begin(), Names.end(), Argument) == Names.end())
-      throw ERefused("unknown command " + Quoted(Argument) + "; the nearest is " + Nearest(Argument, Names));
+      throw ERefused(Say("usage.unknown-command", Quoted(Argument), Nearest(Argument, Names)));
     FResult.push_back(Argument);
+    if (FName.empty()) FName = Argument;
     FCommand = FCommand->get_subcommand(Argument);
   }
 
@@ -118,18 +119,18 @@ private:
     return Known[NearestName(Typed, Known)];
   }
 
-  std::string HelpHint() const { return " (see " + FCommand->get_name() + " --help)"; }
-
   CLI::App* FCommand;
   const std::vector<std::string>& FArguments;
+  std::string& FName;
   std::size_t FNext = 0;
   std::vector<std::string> FResult;
 };
 
 } // namespace
 
-std::vector<std::string> PrepareArguments(CLI::App& App, const std::vector<std::string>& Arguments) {
-  return TPreparation(App, Arguments).Run();
+std::vector<std::string> PrepareArguments(CLI::App& App, const std::vector<std::string>& Arguments,
+                                          std::string& Command) {
+  return TPreparation(App, Arguments, Command).Run();
 }
 
 std::string UnguardText(std::string Text) {

@@ -1,7 +1,9 @@
 #include "apps/unitctl/Command.h"
 
 #include "apps/common/Files.h"
+#include "apps/common/TextWidth.h"
 #include "apps/unitctl/Arguments.h"
+#include "apps/unitctl/Texts.h"
 #include "unitlib/rtl/Text.h"
 
 #include <CLI/CLI.hpp>
@@ -9,7 +11,15 @@
 namespace unitlib::app {
 
 void TContext::Print(std::string_view Text) const {
-  TStreamOutput(Streams.Out, "standard output").Write(Text);
+  TStreamOutput(Streams.Out, Say("stream.out")).Write(Text);
+}
+
+void TContext::PrintRow(std::string_view Word, std::string_view Text) const {
+  constexpr std::size_t Width = 9;
+  const std::size_t Used = DisplayWidth(Word);
+  std::string Line(Word);
+  Line.append(Used < Width ? Width - Used : 1, ' ').append(Text).append("\n");
+  Print(Line);
 }
 
 void TContext::Complain(std::string_view Message) const {
@@ -38,15 +48,12 @@ std::string Quoted(std::u16string_view Text) {
   return Quoted(ToUtf8(Text));
 }
 
-std::string Counted(std::uint64_t Count, std::string_view Noun) {
-  return std::to_string(Count) + " " + std::string(Noun) + (Count == 1 ? "" : "s");
-}
-
-CLI::App* AddCommand(CLI::App& Parent, const std::string& Name, const std::string& Description,
-                     const std::string& Example) {
+CLI::App* AddCommand(CLI::App& Parent, const std::string& Name, const std::string& Group,
+                     const std::string& Description, const std::string& Examples, const std::string& Notes) {
   CLI::App* Command = Parent.add_subcommand(Name, Description);
+  Command->group(Group);
   Command->fallthrough();
-  Command->footer("Example:\n" + Example);
+  Command->footer(Notes.empty() ? Examples : Examples + "\n\n" + Notes); // see HelpFormatter.cpp
   return Command;
 }
 

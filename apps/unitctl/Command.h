@@ -2,6 +2,7 @@
 #pragma once
 
 #include "apps/common/Utf8.h"
+#include "apps/unitctl/ExitStatus.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -18,11 +19,6 @@ class Option;
 
 namespace unitlib::app {
 
-// Exit status. Scripts rely on these numbers.
-inline constexpr int ExitOk = 0;
-inline constexpr int ExitError = 1; // wrong usage, or nothing could be done
-inline constexpr int ExitBad = 2;   // done, but some rows, values or texts were bad
-
 struct TStreams {
   std::FILE* In = nullptr;
   std::FILE* Out = nullptr;
@@ -34,10 +30,15 @@ struct TContext {
   TStreams Streams;
   std::optional<std::string> SettingsFile; // --settings
   std::optional<std::string> System;       // --system
+  std::optional<std::string> TextsFile;    // --texts; loaded before anything else
+  std::string TextsPath;                   // the same or the environment's; empty: English
+  std::string Command;                     // name of the command, once it is known
   int ExitCode = ExitOk;
 
   /// Writes to standard output. errors      EFileError
   void Print(std::string_view Text) const;
+  /// Writes a word and what belongs to it as a line of two columns.
+  void PrintRow(std::string_view Word, std::string_view Text) const;
   /// Writes "unitctl: Message" to standard error, with the offending text and a caret where a place is known.
   void Complain(std::string_view Message) const;
   void Complain(std::string_view Message, std::string_view Text, std::size_t Place) const;
@@ -64,12 +65,11 @@ private:
 std::string Quoted(std::string_view Text);
 std::string Quoted(std::u16string_view Text);
 
-/// "1 text", "2 texts".
-std::string Counted(std::uint64_t Count, std::string_view Noun);
-
-/// Adds a command with a one-line description and an example for its help.
-CLI::App* AddCommand(CLI::App& Parent, const std::string& Name, const std::string& Description,
-                     const std::string& Example);
+/// Adds a command to a group of the overview, with a one-line description; its help shows the examples, one
+/// command line a line, and the notes behind them.
+CLI::App* AddCommand(CLI::App& Parent, const std::string& Name, const std::string& Group,
+                     const std::string& Description, const std::string& Examples,
+                     const std::string& Notes = {});
 /// Adds an argument that is taken exactly as typed, whatever it begins with (see Arguments.h).
 CLI::Option* AddText(CLI::App& Command, const std::string& Name, std::string& Value,
                      const std::string& Description);
@@ -81,11 +81,18 @@ CLI::Option* AddTexts(CLI::App& Command, const std::string& Name, std::vector<st
 // One function per group of commands, each in the file of that name.
 void AddInitCommand(CLI::App& App, TContext& Context);
 void AddShowCommand(CLI::App& App, TContext& Context);
-void AddSetCommands(CLI::App& App, TContext& Context);        // use, set, group, reset
+void AddUseCommand(CLI::App& App, TContext& Context);
+void AddSetCommands(CLI::App& App, TContext& Context);        // set, group, reset
 void AddConvertCommands(CLI::App& App, TContext& Context);    // format, parse, check
 void AddExpressionCommands(CLI::App& App, TContext& Context); // eval, elev, expr
 void AddExplainCommand(CLI::App& App, TContext& Context);
 void AddScheduleCommand(CLI::App& App, TContext& Context);
 void AddCompareCommand(CLI::App& App, TContext& Context);
+void AddDoctorCommand(CLI::App& App, TContext& Context);
+void AddDiffCommand(CLI::App& App, TContext& Context);
+void AddDialogCommand(CLI::App& App, TContext& Context);
+void AddNamesCommand(CLI::App& App, TContext& Context);
+void AddTextsCommand(CLI::App& App, TContext& Context);
+void AddCompleteCommand(CLI::App& App, TContext& Context);
 
 } // namespace unitlib::app

@@ -3,9 +3,11 @@
 #include "apps/common/TablePrinter.h"
 #include "apps/unitctl/Arguments.h"
 #include "apps/unitctl/Command.h"
+#include "apps/unitctl/Json.h"
 #include "apps/unitctl/Names.h"
 #include "apps/unitctl/Schedule.h"
 #include "apps/unitctl/Session.h"
+#include "apps/unitctl/Texts.h"
 #include "unitlib/rtl/Text.h"
 
 #include <CLI/CLI.hpp>
@@ -22,6 +24,7 @@ struct TCompareOptions {
   TScheduleOptions Schedule;
   std::optional<std::string> Input;
   bool NoSymbols = false;
+  bool Json = false;
 };
 
 /// The row in every system. Bad in one system: an empty cell there, and a report.
@@ -39,7 +42,7 @@ public:
   void Add(const TRowBatch::TRow& Row, std::string_view Raw) {
     if (Raw.empty()) return;
     if (!FFields.Split(Raw) || Row.OpenQuote || FFields.Count() != FLayout.Count)
-      return Report(Row.Line, {0, "the row does not fit the header", "", NoPlace});
+      return Report(Row.Line, {0, Say("compare.shape"), "", NoPlace});
     std::vector<std::string> Cells;
     for (std::size_t I = 0; I < FFields.Count(); ++I)
       if (IsShown(I)) Cells.emplace_back(FFields[I]);
@@ -49,9 +52,27 @@ public:
       if (!FConverters[I].Convert(FFields, Cells.emplace_back(), Problem)) Report(Row.Line, Problem);
     }
     FTable.Add(Cells);
+    FRows.push_back(std::move(Cells));
   }
 
   std::string Text() const { return FTable.Text(); }
+
+  /// One object a row, its texts by the titles of their columns.
+  std::string Json(const TScheduleReader& Reader) const {
+    const std::vector<TColumn> Titles = Columns(Reader);
+    TJson Json;
+    Json.Open('[');
+    for (const auto& Row : FRows) {
+      Json.Open('{');
+      for (std::size_t I = 0; I < Titles.size(); ++I) {
+        Json.Key(Titles[I].Title);
+        Json.Text(Row[I]);
+      }
+      Json.Close('}');
+    }
+    Json.Close(']');
+    return Json.Take();
+  }
 
 private:
   /// Measure and value are told by the texts.
@@ -75,6 +96,7 @@ private:
   TScheduleLayout FLayout;
   std::string FSource;
   TTable FTable;
+  std::vector<std::vector<std::string>> FRows;
   std::deque<TRowConverter> FConverters; // one for each system
   TCsvFields FFields;
 };
@@ -94,27 +116,26 @@ void Compare(TContext& Context, TCompareOptions& Options) {
       Rest.remove_prefix(Row.Size);
     }
   }
-  Context.Print(Comparison.Text());
+  Context.Print(Options.Json ? Comparison.Json(Reader) : Comparison.Text());
 }
 
 } // namespace
 
 void AddCompareCommand(CLI::App& App, TContext& Context) {
   auto Options = std::make_shared<TCompareOptions>();
-  CLI::App* Command =
-      AddCommand(App, "compare", "Show a take-off schedule (CSV) in all unit systems side by side",
-                 "  unitctl compare examples/data/small-house.csv\n"
-                 "The texts carry their unit symbols; the columns of measure and value are left out.");
-  const auto Add = [Command](const char* Name, auto& Value, const char* Type, const char* Description) {
+  CLI::App* Command = AddCommand(App, "compare", Say("help.group.schedules"), Say("help.compare"),
+                                 "unitctl compare examples/data/small-house.csv", Say("help.compare.notes"));
+  const auto Add = [Command](const char* Name, auto& Value, const char* Type,
+                             const std::string& Description) {
     return Command->add_option(Name, Value, Description)->type_name(Type)->transform(UnguardText);
   };
-  AddText(*Command, "IN.csv", Options->Input, "Schedule to read; \"-\" or nothing: standard input");
-  Add("--measure-column", Options->Schedule.MeasureColumn, "NAME",
-      "Column of the measures (default measure)");
-  Add("--value-column", Options->Schedule.ValueColumn, "NAME", "Column of the values (default value)");
-  Add("--measure", Options->Schedule.Measure, "MEASURE", "Measure of all rows, instead of a column");
+  AddText(*Command, "IN.csv", Options->Input, Say("option.schedule.input"));
+  Add("--measure-column", Options->Schedule.MeasureColumn, "NAME", Say("option.schedule.measure-column"));
+  Add("--value-column", Options->Schedule.ValueColumn, "NAME", Say("option.schedule.value-column"));
+  Add("--measure", Options->Schedule.Measure, "MEASURE", Say("option.schedule.measure"));
   AddScaleOption(*Command, Options->Schedule.Format.Scale);
-  Command->add_flag("--no-symbols", Options->NoSymbols, "Do not add unit symbols");
+  Command->add_flag("--no-symbols", Options->NoSymbols, Say("option.compare.no-symbols"));
+  Command->add_flag("--json", Options->Json, Say("option.json"));
   Command->callback([&Context, Options] { Compare(Context, *Options); });
 }
 

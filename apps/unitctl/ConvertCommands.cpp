@@ -1,8 +1,10 @@
 /// unitctl format, parse, check: stored values to text and back.
 #include "apps/unitctl/Command.h"
 #include "apps/unitctl/FormatOptions.h"
+#include "apps/unitctl/Json.h"
 #include "apps/unitctl/Names.h"
 #include "apps/unitctl/Session.h"
+#include "apps/unitctl/Texts.h"
 #include "apps/unitctl/TypedOptions.h"
 #include "unitlib/convert/ZELUnitConvertor.h"
 #include "unitlib/rtl/Errors.h"
@@ -22,6 +24,7 @@ struct TConvertOptions {
   TFormatOptions Format;
   bool AsTyped = false;
   TTypedFlags Typed;
+  bool Json = false;
 };
 
 /// Classify code of the measure; -1, "no measure", is one of its own.
@@ -34,13 +37,13 @@ int MeasureCode(const std::string& Name) {
 std::string FormatOne(TContext& Context, int Code, const std::string& Typed, const TFormatOptions& Options) {
   double Value = 0;
   if (!TryStrToFloat(FromTerminal(Typed), Value)) {
-    Context.ComplainBad(Quoted(Typed) + " " + NumberProblem(Typed), Typed, NumberStop(Typed));
+    Context.ComplainBad(NumberProblem(Typed), Typed, NumberStop(Typed));
     return {};
   }
   try {
     return ToUtf8(DisplayText(Code, Value, Options));
   } catch (const ERangeError& Error) {
-    Context.ComplainBad(Quoted(Typed) + ": " + Error.what(), Typed, NoPlace);
+    Context.ComplainBad(Say("value.bad", Quoted(Typed), Error.what()), Typed, NoPlace);
     return {};
   }
 }
@@ -53,7 +56,7 @@ void Format(TContext& Context, const TConvertOptions& Options) {
 }
 
 std::string UnitName(const TMeasure& Measure) {
-  return Quoted(Measure.Description) + " in " + Quoted(Measure.GetCurUnit()->Description);
+  return Say("value.unit", Quoted(Measure.Description), Quoted(Measure.GetCurUnit()->Description));
 }
 
 /// Where reading a text in a decimal unit stops. Texts with imperial marks have several forms, and which one
@@ -67,9 +70,9 @@ std::string ParseOne(TContext& Context, const TMeasure& Measure, const std::stri
   try {
     if (TMeasureDataManager::CheckDisplay(Measure.ClassifyCode, Text))
       return ToUtf8(FloatToStr(TMeasureDataManager::DisplayToStore(Measure.ClassifyCode, Text, Scale)));
-    Context.ComplainBad(Quoted(Typed) + " is not a value of " + UnitName(Measure), Typed, ParseStop(Typed));
+    Context.ComplainBad(Say("value.no-value", Quoted(Typed), UnitName(Measure)), Typed, ParseStop(Typed));
   } catch (const EUnitError& Error) {
-    Context.ComplainBad(Quoted(Typed) + ": " + Error.what(), Typed, NoPlace);
+    Context.ComplainBad(Say("value.bad", Quoted(Typed), Error.what()), Typed, NoPlace);
   }
   return {};
 }
@@ -89,7 +92,7 @@ void Parse(TContext& Context, const TConvertOptions& Options) {
   const TMeasure& Measure = FindConvertible(Options.Measure);
   const TTypedFlags& Flags = Options.Typed;
   if (!Options.AsTyped && (Flags.Expression || Flags.DecimalComma || !Flags.Languages.empty()))
-    throw ERefused("--expression, --decimal-comma and --language need --as-typed");
+    throw ERefused(Say("typed.needs-as-typed"));
   const TTypedOptions AsTyped = TypedOptions(Flags, Options.Format.Scale);
   for (const std::string& Typed : Options.Texts)
     Context.Print((Options.AsTyped ? ReadOne(Context, Measure, Typed, AsTyped)
@@ -97,55 +100,71 @@ void Parse(TContext& Context, const TConvertOptions& Options) {
                   "\n");
 }
 
+/// Texts and whether they are valid, as JSON.
+std::string ChecksAsJson(const std::vector<std::string>& Texts, int Code) {
+  TJson Json;
+  Json.Open('[');
+  for (const std::string& Typed : Texts) {
+    Json.Open('{');
+    Json.Key("text");
+    Json.Text(Typed);
+    Json.Key("valid");
+    Json.Boolean(TMeasureDataManager::CheckDisplay(Code, FromTerminal(Typed)));
+    Json.Close('}');
+  }
+  Json.Close(']');
+  return Json.Take();
+}
+
 void Check(TContext& Context, const TConvertOptions& Options) {
   const TSession Session(Context);
   const int Code = FindConvertible(Options.Measure).ClassifyCode;
+  if (Options.Json) Context.Print(ChecksAsJson(Options.Texts, Code));
   for (const std::string& Typed : Options.Texts) {
     const bool Valid = TMeasureDataManager::CheckDisplay(Code, FromTerminal(Typed));
     if (!Valid) Context.ExitCode = ExitBad;
-    Context.Print((Valid ? "valid    " : "invalid  ") + Printable(Typed) + "\n");
+    if (Options.Json) continue;
+    Context.PrintRow(Valid ? Say("value.valid") : Say("value.invalid"), Printable(Typed));
   }
 }
 
 void AddMeasure(CLI::App& Command, TConvertOptions& Options) {
-  AddText(Command, "MEASURE", Options.Measure, "Measure, by description or classify code")->required();
+  AddText(Command, "MEASURE", Options.Measure, Say("option.measure"))->required();
 }
 
 void AddFormat(CLI::App& App, TContext& Context) {
   auto Options = std::make_shared<TConvertOptions>();
-  CLI::App* Command = AddCommand(
-      App, "format", "Show stored values as text, one line each",
-      "  unitctl format 0 1676.4 -1676.4\n"
-      "  unitctl format Area 92903.04 --append-symbol\n"
-      "A bad value gives an empty line and exit status 2. Measure -1 stands for none: plain numbers.");
+  CLI::App* Command =
+      AddCommand(App, "format", Say("help.group.values"), Say("help.format"),
+                 "unitctl format 0 1676.4 -1676.4\nunitctl format Area 92903.04 --append-symbol",
+                 Say("help.format.notes"));
   AddMeasure(*Command, *Options);
-  AddTexts(*Command, "VALUE", Options->Texts, "Stored values")->required();
+  AddTexts(*Command, "VALUE", Options->Texts, Say("option.values"))->required();
   AddFormatOptions(*Command, Options->Format);
   Command->callback([&Context, Options] { Format(Context, *Options); });
 }
 
 void AddParse(CLI::App& App, TContext& Context) {
   auto Options = std::make_shared<TConvertOptions>();
-  CLI::App* Command = AddCommand(App, "parse", "Read texts as stored values, one line each",
-                                 "  unitctl parse 0 \"5' 6 1/2\\\"\" \"-3/4\\\"\"\n"
-                                 "  unitctl parse 0 --as-typed \"10'-6\\\"\" \"2.5 m\" \"10 ft 6 in\"\n"
-                                 "A bad text gives an empty line and exit status 2.");
+  CLI::App* Command = AddCommand(App, "parse", Say("help.group.values"), Say("help.parse"),
+                                 "unitctl parse 0 \"5' 6 1/2\\\"\" \"-3/4\\\"\"\n"
+                                 "unitctl parse 0 --as-typed \"10'-6\\\"\" \"2.5 m\" \"10 ft 6 in\"",
+                                 Say("help.parse.notes"));
   AddMeasure(*Command, *Options);
-  AddTexts(*Command, "TEXT", Options->Texts, "Texts as a user types them")->required();
+  AddTexts(*Command, "TEXT", Options->Texts, Say("option.typed-texts"))->required();
   AddScaleOption(*Command, Options->Format.Scale);
-  Command->add_flag("--as-typed", Options->AsTyped,
-                    "Read the spellings of the trade, and refuse what has two readings");
+  Command->add_flag("--as-typed", Options->AsTyped, Say("option.as-typed"));
   AddTypedOptions(*Command, Options->Typed);
   Command->callback([&Context, Options] { Parse(Context, *Options); });
 }
 
 void AddCheck(CLI::App& App, TContext& Context) {
   auto Options = std::make_shared<TConvertOptions>();
-  CLI::App* Command = AddCommand(App, "check", "Tell which texts can be read as values of a measure",
-                                 "  unitctl check 0 \"5'6\" \"5 feet\"\n"
-                                 "Exit status 2 when any of them is invalid.");
+  CLI::App* Command = AddCommand(App, "check", Say("help.group.values"), Say("help.check"),
+                                 "unitctl check 0 \"5'6\" \"5 feet\"", Say("help.check.notes"));
   AddMeasure(*Command, *Options);
-  AddTexts(*Command, "TEXT", Options->Texts, "Texts as a user types them")->required();
+  AddTexts(*Command, "TEXT", Options->Texts, Say("option.typed-texts"))->required();
+  Command->add_flag("--json", Options->Json, Say("option.json"));
   Command->callback([&Context, Options] { Check(Context, *Options); });
 }
 

@@ -3,6 +3,7 @@
 #include "apps/unitctl/Json.h"
 #include "apps/unitctl/Names.h"
 #include "apps/unitctl/Session.h"
+#include "apps/unitctl/Texts.h"
 #include "apps/unitctl/TypedOptions.h"
 #include "unitlib/rtl/Numbers.h"
 #include "unitlib/rtl/Text.h"
@@ -108,15 +109,14 @@ void Explain(TContext& Context, const TExplainOptions& Options) {
 
 void AddExplainCommand(CLI::App& App, TContext& Context) {
   auto Options = std::make_shared<TExplainOptions>();
-  CLI::App* Command =
-      AddCommand(App, "explain", "Tell step by step how a typed text is read",
-                 "  unitctl explain 0 \"10'-6 1/2\\\"\"\n"
-                 "  unitctl explain 3 --expression \"L1 - (-5' 6 1/2\\\")\" --json\n"
-                 "A refused text gives its reason, its place and what to write instead; exit status 2.");
-  AddText(*Command, "MEASURE", Options->Measure, "Measure, by description or classify code")->required();
-  AddText(*Command, "TEXT", Options->Text, "Text as a user types it")->required();
+  CLI::App* Command = AddCommand(App, "explain", Say("help.group.values"), Say("help.explain"),
+                                 "unitctl explain 0 \"10'-6 1/2\\\"\"\n"
+                                 "unitctl explain 3 --expression \"L1 - (-5' 6 1/2\\\")\" --json",
+                                 Say("help.explain.notes"));
+  AddText(*Command, "MEASURE", Options->Measure, Say("option.measure"))->required();
+  AddText(*Command, "TEXT", Options->Text, Say("option.explain.text"))->required();
   AddTypedOptions(*Command, Options->Flags);
-  Command->add_flag("--json", Options->Json, "Write JSON");
+  Command->add_flag("--json", Options->Json, Say("option.json"));
   Command->callback([&Context, Options] { Explain(Context, *Options); });
 }
 

@@ -2,6 +2,7 @@
 #include "apps/unitctl/Command.h"
 #include "apps/unitctl/Names.h"
 #include "apps/unitctl/Session.h"
+#include "apps/unitctl/Texts.h"
 #include "unitlib/convert/ZELUnitConvertor.h"
 #include "unitlib/expr/ZELUnitArthProcessor.h"
 #include "unitlib/rtl/Errors.h"
@@ -48,7 +49,7 @@ std::vector<const TNode*> Variables(const TNode& Root) {
 
 std::string ElevationUnit() {
   const TMeasure* Measure = TSystemUnitDataManager::CurConfigMeasure(ElevationMeasure);
-  return Quoted(Measure->Description) + " in " + Quoted(Measure->GetCurUnit()->Description);
+  return Say("value.unit", Quoted(Measure->Description), Quoted(Measure->GetCurUnit()->Description));
 }
 
 /// What is wrong, and where in the text (-1: no place). The engine has no message for an elevation that it
@@ -56,17 +57,17 @@ std::string ElevationUnit() {
 std::pair<std::string, std::int32_t> Problem(const TExpression& Expression) {
   const TParser& Parser = Expression.Parser;
   if (Parser.FHasError && !Parser.FErrMsg.empty()) return {Printable(ToUtf8(Parser.FErrMsg)), Parser.FErrPos};
-  if (!Expression.Root) return {"the text is empty", -1};
+  if (!Expression.Root) return {Say("expression.empty"), -1};
   const std::vector<const TNode*> Found = Variables(*Expression.Root);
-  if (Found.size() > 1) return {"a second variable; one is allowed", Found[1]->FPos};
-  return {"a number in it is not a value of " + ElevationUnit(), Parser.FErrPos};
+  if (Found.size() > 1) return {Say("expression.second-variable"), Found[1]->FPos};
+  return {Say("expression.no-value", ElevationUnit()), Parser.FErrPos};
 }
 
 void ComplainAbout(TContext& Context, const TExpression& Expression, const std::string& Typed) {
   const auto [Message, Position] = Problem(Expression);
   const std::size_t Place =
       Position < 0 ? NoPlace : Utf8Offset(Expression.Text, static_cast<std::size_t>(Position));
-  Context.ComplainBad(Quoted(Typed) + ": " + Message, Typed, Place);
+  Context.ComplainBad(Say("value.bad", Quoted(Typed), Message), Typed, Place);
 }
 
 /// Makes sure that elevations can be converted, for a better message than the engine's.
@@ -74,8 +75,7 @@ void RequireElevationMeasure() {
   TMeasure* Measure = nullptr;
   TSession::System();
   Measure = TSystemUnitDataManager::CurConfigMeasure(ElevationMeasure);
-  if (!Measure)
-    throw ERefused("the unit system has no measure with classify code 3, which typed arithmetic is read in");
+  if (!Measure) throw ERefused(Say("expression.no-measure"));
   RequireConvertible(*Measure);
 }
 
@@ -83,13 +83,14 @@ std::string NodeLine(const TNode& Node) {
   std::string Result = Printable(ToUtf8(Node.FValue));
   if (Node.FNodeType == ntNum) {
     if (Node.FIsVar)
-      Result += "  variable";
+      Result += "  " + Say("expression.variable");
     else if (Node.FIsImperial)
-      Result += "  imperial, " + ToUtf8(FloatToStr(Node.FDoubleValue)) + " m";
+      Result += "  " + Say("expression.imperial", ToUtf8(FloatToStr(Node.FDoubleValue)));
     else
-      Result += "  number";
+      Result += "  " + Say("expression.number");
   }
-  if (Node.FIsBlock) Result += Node.FIsNegative ? "  negative block" : "  block";
+  if (Node.FIsBlock)
+    Result += "  " + (Node.FIsNegative ? Say("expression.negative-block") : Say("expression.block"));
   return Result;
 }
 
@@ -103,7 +104,7 @@ std::string TreeText(const TNode& Root) {
     const auto [Node, Depth] = Open.back();
     Open.pop_back();
     Result += std::string(2 * std::min(Depth, MaxIndent), ' ');
-    if (Depth > MaxIndent) Result += "(level " + std::to_string(Depth) + ") ";
+    if (Depth > MaxIndent) Result += Say("expression.level", std::to_string(Depth));
     Result += NodeLine(*Node) + "\n";
     if (Node->FRight) Open.emplace_back(Node->FRight.get(), Depth + 1);
     if (Node->FLeft) Open.emplace_back(Node->FLeft.get(), Depth + 1);
@@ -121,23 +122,27 @@ std::string DisplayForm(TContext& Context, const std::u16string& Store) {
   return "-";
 }
 
+std::string ValueText(const TNode& Root) {
+  const std::string Number = ToUtf8(FloatToStr(Root.FDoubleValue));
+  return Root.FIsImperial ? Say("eval.metres", Number) : Number;
+}
+
 void EvalOne(TContext& Context, const std::string& Typed, bool Tree) {
   TExpression Expression(Typed);
-  if (Tree && Expression.Root) Context.Print("tree\n" + TreeText(*Expression.Root));
+  if (Tree && Expression.Root) Context.Print(Say("eval.tree") + "\n" + TreeText(*Expression.Root));
   Expression.Simplify();
   if (Expression.Failed()) return ComplainAbout(Context, Expression, Typed);
   const TNode& Root = *Expression.Root;
-  if (Root.FNodeType == ntNum && !Root.FIsVar)
-    Context.Print("value    " + ToUtf8(FloatToStr(Root.FDoubleValue)) + (Root.FIsImperial ? " m\n" : "\n"));
+  if (Root.FNodeType == ntNum && !Root.FIsVar) Context.PrintRow(Say("eval.value"), ValueText(Root));
   // Said, because "- 5" and "1 2" are names too.
   for (const TNode* Variable : Variables(Root))
-    Context.Print("variable " + Printable(ToUtf8(Variable->FValue)) + "\n");
+    Context.PrintRow(Say("expression.variable"), Printable(ToUtf8(Variable->FValue)));
   if (!CheckElevEditValue(Expression.Text)) {
     static_cast<void>(Expression.Parser.GetStoreValue(Root)); // for its error
     return ComplainAbout(Context, Expression, Typed);
   }
   const std::u16string Store = GetElevStoreValue(Expression.Text);
-  Context.Print("store    " + Printable(ToUtf8(Store)) + "\n");
+  Context.PrintRow(Say("eval.store"), Printable(ToUtf8(Store)));
   // A single length is shown by its number: the text of a tiny one has an exponent, which arithmetic reads
   // otherwise.
   double Metres = 0.0;
@@ -145,7 +150,7 @@ void EvalOne(TContext& Context, const std::string& Typed, bool Tree) {
       TryStrToFloat(Store, Metres)
           ? ToUtf8(TMeasureDataManager::StoreToDisplay(ElevationMeasure, Metres, ThousandScale))
           : DisplayForm(Context, Store);
-  Context.Print("display  " + Printable(Display) + "\n");
+  Context.PrintRow(Say("eval.display"), Printable(Display));
 }
 
 struct TEvalOptions {
@@ -157,7 +162,7 @@ void Eval(TContext& Context, const TEvalOptions& Options) {
   const TSession Session(Context);
   RequireElevationMeasure();
   for (const std::string& Typed : Options.Texts) {
-    if (Options.Texts.size() > 1) Context.Print("text     " + Printable(Typed) + "\n");
+    if (Options.Texts.size() > 1) Context.PrintRow(Say("eval.text"), Printable(Typed));
     EvalOne(Context, Typed, Options.Tree);
   }
 }
@@ -185,7 +190,7 @@ void CheckElevations(TContext& Context, const std::vector<std::string>& Texts) {
   for (const std::string& Typed : Texts) {
     const bool Valid = CheckElevEditValue(FromTerminal(Typed));
     if (!Valid) Context.ExitCode = ExitBad;
-    Context.Print((Valid ? "valid    " : "invalid  ") + Printable(Typed) + "\n");
+    Context.PrintRow(Valid ? Say("value.valid") : Say("value.invalid"), Printable(Typed));
   }
 }
 
@@ -206,14 +211,11 @@ void Expr(TContext& Context, const TExprOptions& Options) {
 void AddEval(CLI::App& App, TContext& Context) {
   auto Options = std::make_shared<TEvalOptions>();
   CLI::App* Command =
-      AddCommand(App, "eval", "Calculate typed arithmetic: value, store form and display form",
-                 "  unitctl eval \"5'6\\\" + 2*1'3\\\"\" \"-(1+2)*3\"\n"
-                 "  unitctl eval --tree \"L1 - (5'+1')\"\n"
-                 "Plain numbers count in the current unit of the measure with classify code 3, imperial "
-                 "operands by their own marks;\n"
-                 "the store form is in metres. One variable is allowed.");
-  AddTexts(*Command, "TEXT", Options->Texts, "Expressions")->required();
-  Command->add_flag("--tree", Options->Tree, "Print the tree of the expression as it was read");
+      AddCommand(App, "eval", Say("help.group.schedules"), Say("help.eval"),
+                 "unitctl eval \"5'6\\\" + 2*1'3\\\"\" \"-(1+2)*3\"\nunitctl eval --tree \"L1 - 5'6\\\"\"",
+                 Say("help.eval.notes"));
+  AddTexts(*Command, "TEXT", Options->Texts, Say("option.eval.texts"))->required();
+  Command->add_flag("--tree", Options->Tree, Say("option.eval.tree"));
   Command->callback([&Context, Options] { Eval(Context, *Options); });
 }
 
@@ -221,41 +223,35 @@ void AddElevationForm(CLI::App& Elev, TContext& Context, const std::string& Name
                       const std::string& Description, const std::string& Example, TElevationFunction Function,
                       TTextForm Form) {
   auto Texts = std::make_shared<std::vector<std::string>>();
-  CLI::App* Command = AddCommand(Elev, Name, Description, Example);
-  AddTexts(*Command, "TEXT", *Texts, "Elevations: one length, or one variable with an offset")->required();
+  CLI::App* Command = AddCommand(Elev, Name, Say("help.group.forms"), Description, Example, {});
+  AddTexts(*Command, "TEXT", *Texts, Say("option.elev.texts"))->required();
   Command->callback([&Context, Texts, Function, Form] { Elevation(Context, *Texts, Function, Form); });
 }
 
 void AddElev(CLI::App& App, TContext& Context) {
-  CLI::App* Elev = AddCommand(App, "elev", "Convert elevations between their typed, stored and shown forms",
-                              "  unitctl elev store \"L1+5'6\\\"\"\n"
-                              "A text that is no elevation is written unchanged; exit status 2.");
+  CLI::App* Elev = AddCommand(App, "elev", Say("help.group.schedules"), Say("help.elev"),
+                              "unitctl elev store \"L1+5'6\\\"\"", Say("help.elev.notes"));
   Elev->require_subcommand(1);
-  AddElevationForm(*Elev, Context, "store", "Typed form to store form (lengths in metres)",
-                   "  unitctl elev store \"L1+5'6\\\"\"", GetElevStoreValue, &TParser::GetStoreValue);
-  AddElevationForm(*Elev, Context, "edit", "Store form to the form for typing",
-                   "  unitctl elev edit L1+1.6764", GetElevEditValue, &TParser::GetEditValue);
-  AddElevationForm(*Elev, Context, "display", "Store form to the form for showing",
-                   "  unitctl elev display L1+1.6764", GetElevDisplayValue, &TParser::GetDisplayValue);
+  AddElevationForm(*Elev, Context, "store", Say("help.elev.store"), "unitctl elev store \"L1+5'6\\\"\"",
+                   GetElevStoreValue, &TParser::GetStoreValue);
+  AddElevationForm(*Elev, Context, "edit", Say("help.elev.edit"), "unitctl elev edit L1+1.6764",
+                   GetElevEditValue, &TParser::GetEditValue);
+  AddElevationForm(*Elev, Context, "display", Say("help.elev.display"), "unitctl elev display L1+1.6764",
+                   GetElevDisplayValue, &TParser::GetDisplayValue);
   auto Texts = std::make_shared<std::vector<std::string>>();
-  CLI::App* Check =
-      AddCommand(*Elev, "check", "Tell which typed texts are elevations",
-                 "  unitctl elev check \"L1+5'\" L1+L2\nExit status 2 when any of them is invalid.");
-  AddTexts(*Check, "TEXT", *Texts, "Texts as a user types them")->required();
+  CLI::App* Check = AddCommand(*Elev, "check", Say("help.group.forms"), Say("help.elev.check"),
+                               "unitctl elev check \"L1+5'\" L1+L2", Say("help.elev.check.notes"));
+  AddTexts(*Check, "TEXT", *Texts, Say("option.typed-texts"))->required();
   Check->callback([&Context, Texts] { CheckElevations(Context, *Texts); });
 }
 
 void AddExpr(CLI::App& App, TContext& Context) {
   auto Options = std::make_shared<TExprOptions>();
-  CLI::App* Command = AddCommand(App, "expr", "Replace imperial numbers in an expression by plain ones",
-                                 "  unitctl expr 0 \"3'6\\\"+2\"\n"
-                                 "Only the length measures (classify codes 0, 3 and 7) are changed. The "
-                                 "plain numbers stand for thousands of the\n"
-                                 "base unit divided by the current unit's size: metres give 1.0668+2.");
-  AddText(*Command, "MEASURE", Options->Measure, "Measure, by description or classify code")->required();
-  AddText(*Command, "TEXT", Options->Text, "Expression")->required();
-  Command->add_flag("--skip-imperial", Options->SkipImperial,
-                    "Leave a text that is one imperial number as it is");
+  CLI::App* Command = AddCommand(App, "expr", Say("help.group.schedules"), Say("help.expr"),
+                                 "unitctl expr 0 \"3'6\\\"+2\"", Say("help.expr.notes"));
+  AddText(*Command, "MEASURE", Options->Measure, Say("option.measure"))->required();
+  AddText(*Command, "TEXT", Options->Text, Say("option.expr.text"))->required();
+  Command->add_flag("--skip-imperial", Options->SkipImperial, Say("option.expr.skip-imperial"));
   Command->callback([&Context, Options] { Expr(Context, *Options); });
 }
 

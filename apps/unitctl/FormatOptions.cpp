@@ -2,6 +2,7 @@
 
 #include "apps/unitctl/Arguments.h"
 #include "apps/unitctl/Command.h"
+#include "apps/unitctl/Texts.h"
 #include "unitlib/convert/ZELUnitConvertor.h"
 
 #include <CLI/CLI.hpp>
@@ -9,22 +10,16 @@
 namespace unitlib::app {
 
 void AddScaleOption(CLI::App& Command, int& Scale) {
-  Command
-      .add_option(
-          "--scale", Scale,
-          "Values count 3: thousands, 4: millions, 5: thousand millions of the base unit, else base units")
-      ->type_name("N")
-      ->transform(UnguardText);
+  Command.add_option("--scale", Scale, Say("option.scale"))->type_name("N")->transform(UnguardText);
 }
 
 void AddFormatOptions(CLI::App& Command, TFormatOptions& Options) {
   AddScaleOption(Command, Options.Scale);
-  Command.add_flag("--append-symbol", Options.AppendSymbol,
-                   "Add the unit's symbol where the unit shows none");
-  Command.add_flag("--no-symbol", Options.NoSymbol, "Leave out the unit symbol");
-  Command.add_flag("--no-group", Options.NoDigitGroup, "Do not group digits");
-  Command.add_flag("--no-round", Options.NoRound, "Do not round (fractional inches are always rounded)");
-  Command.add_flag("--no-plus", Options.NoPlusSign, "No + before positive values");
+  Command.add_flag("--append-symbol", Options.AppendSymbol, Say("option.append-symbol"));
+  Command.add_flag("--no-symbol", Options.NoSymbol, Say("option.no-symbol"));
+  Command.add_flag("--no-group", Options.NoDigitGroup, Say("option.no-group"));
+  Command.add_flag("--no-round", Options.NoRound, Say("option.no-round"));
+  Command.add_flag("--no-plus", Options.NoPlusSign, Say("option.no-plus"));
 }
 
 std::u16string DisplayText(int ClassifyCode, double Value, const TFormatOptions& Options) {
@@ -34,8 +29,9 @@ std::u16string DisplayText(int ClassifyCode, double Value, const TFormatOptions&
 }
 
 std::string NumberProblem(std::string_view Text) {
-  if (Text.find_first_not_of(' ') == std::string_view::npos) return "is empty where a number should be";
-  return NumberStop(Text) == NoPlace ? "is beyond the range of numbers" : "is not a number";
+  if (Text.find_first_not_of(' ') == std::string_view::npos) return Say("value.empty", Quoted(Text));
+  return NumberStop(Text) == NoPlace ? Say("value.range", Quoted(Text))
+                                     : Say("value.no-number", Quoted(Text));
 }
 
 } // namespace unitlib::app

@@ -28,7 +28,7 @@ void AddFormatOptions(CLI::App& Command, TFormatOptions& Options);
 /// errors      as TMeasureDataManager::StoreToDisplay
 std::u16string DisplayText(int ClassifyCode, double Value, const TFormatOptions& Options);
 
-/// Why a text is no number, for a message: "is not a number", "is beyond the range of numbers".
+/// Why a text is no number, as a message: "\"12x\" is not a number".
 std::string NumberProblem(std::string_view Text);
 
 } // namespace unitlib::app

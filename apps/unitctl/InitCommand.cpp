@@ -2,6 +2,7 @@
 #include "apps/unitctl/Command.h"
 #include "apps/unitctl/Names.h"
 #include "apps/unitctl/Session.h"
+#include "apps/unitctl/Texts.h"
 #include "unitlib/model/ZELUnitConfigFileGenerator.h"
 #include "unitlib/rtl/Text.h"
 
@@ -22,7 +23,7 @@ void RequireAbsent(const std::string& Path) {
   std::error_code Error;
   if (std::filesystem::symlink_status(std::filesystem::path(std::u8string(Path.begin(), Path.end())), Error)
           .type() != std::filesystem::file_type::not_found)
-    throw ERefused(Printable(Path) + ": is there already; --force replaces it by the factory settings");
+    throw ERefused(Say("init.exists", Printable(Path)));
 }
 
 /// Position of a system of the factory settings.
@@ -32,16 +33,11 @@ int FactorySystem(const std::string& Name) {
   std::vector<TKnownName> Known;
   for (TXMLNode System = Systems.FirstChild(); System; System = System.NextSibling())
     Known.push_back({static_cast<int>(Known.size()), System.AttributeText(u"Description")});
-  return FindName("unit system", Name, Known);
+  return FindName(Say("kind.system"), Name, Known);
 }
 
 void Init(TContext& Context, const TInitOptions& Options) {
-  if (Options.File) {
-    if (Context.SettingsFile && *Context.SettingsFile != *Options.File)
-      throw ERefused("give the file once: " + Quoted(*Options.File) + " or --settings " +
-                     Quoted(*Context.SettingsFile));
-    Context.SettingsFile = Options.File;
-  }
+  UseFileArgument(Context, Options.File);
   const std::string Path = SettingsPath(Context);
   // Everything that can be refused comes before the first write.
   const std::optional<int> System =
@@ -53,8 +49,8 @@ void Init(TContext& Context, const TInitOptions& Options) {
     Session.Choose(*System);
     Session.Save();
   }
-  std::string Text = "wrote " + Printable(Path) + "\n";
-  if (!System) Text += "next: choose a unit system, for example  unitctl use \"US Imperial System\"\n";
+  std::string Text = Say("init.wrote", Printable(Path)) + "\n";
+  if (!System) Text += Say("init.next") + "\n";
   Context.Print(Text);
 }
 
@@ -62,11 +58,11 @@ void Init(TContext& Context, const TInitOptions& Options) {
 
 void AddInitCommand(CLI::App& App, TContext& Context) {
   auto Options = std::make_shared<TInitOptions>();
-  CLI::App* Command = AddCommand(App, "init", "Write the factory settings",
-                                 "  unitctl init project.xml --system \"Standard Metric System\"\n"
-                                 "Without --system the new file has no choice yet; unitctl use makes it.");
-  AddText(*Command, "FILE", Options->File, "File to write (default: the settings file)");
-  Command->add_flag("--force", Options->Force, "Replace a file that is there already");
+  CLI::App* Command =
+      AddCommand(App, "init", Say("help.group.start"), Say("help.init"),
+                 "unitctl init project.xml --system \"Standard Metric System\"", Say("help.init.notes"));
+  AddText(*Command, "FILE", Options->File, Say("option.init.file"));
+  Command->add_flag("--force", Options->Force, Say("option.force"));
   Command->callback([&Context, Options] { Init(Context, *Options); });
 }
 

@@ -3,6 +3,7 @@
 #include "apps/common/NearestName.h"
 #include "apps/unitctl/Command.h"
 #include "apps/unitctl/Session.h"
+#include "apps/unitctl/Texts.h"
 #include "unitlib/convert/ZELUnitCommon.h"
 #include "unitlib/convert/ZELUnitParseRegister.h"
 #include "unitlib/rtl/Numbers.h"
@@ -31,14 +32,14 @@ std::string Numbered(const TKnownName& Known) {
   };
   for (const TKnownName& Name : Known)
     if (Distance(Name) < Distance(*Nearest)) Nearest = &Name;
-  throw ERefused("no " + What + "; the nearest is " + Numbered(*Nearest));
+  throw ERefused(Say("names.unknown", What, Numbered(*Nearest)));
 }
 
 [[noreturn]] void RefuseText(const std::string& What, std::string_view Typed,
                              const std::vector<TKnownName>& Known) {
   std::vector<std::string> Names;
   for (const TKnownName& Name : Known) Names.push_back(ToUtf8(Name.Description));
-  throw ERefused("no " + What + "; the nearest is " + Quoted(Names[NearestName(Typed, Names)]));
+  throw ERefused(Say("names.unknown", What, Quoted(Names[NearestName(Typed, Names)])));
 }
 
 int FindByNumber(int Number, const std::vector<TKnownName>& Known) {
@@ -66,8 +67,8 @@ TMeasure& MeasureAtPosition(const TConfig& Config, std::string_view Name) {
   int Position = 0;
   if (TryStrToInt(FromTerminal(Name.substr(1)), Position))
     if (TMeasure* Found = Config.MeasureContainer.Find(Position)) return *Found;
-  throw ERefused("no measure at position " + Quoted(Name.substr(1)) + "; the positions are 0 to " +
-                 std::to_string(Config.MeasureCount() - 1));
+  if (Config.MeasureCount() == 0) throw ERefused(Say("names.no-measures", Quoted(Name.substr(1))));
+  throw ERefused(Say("names.position", Quoted(Name.substr(1)), std::to_string(Config.MeasureCount() - 1)));
 }
 
 } // namespace
@@ -75,46 +76,49 @@ TMeasure& MeasureAtPosition(const TConfig& Config, std::string_view Name) {
 int FindName(const std::string& Kind, std::string_view Name, const std::vector<TKnownName>& Known,
              const std::string& Where) {
   const std::u16string Text = FromTerminal(Name);
-  const std::string Place = Where.empty() ? "" : " in " + Quoted(Where);
-  if (Known.empty())
-    throw ERefused("no " + Kind + " " + Quoted(Name) + Place + "; there is none to choose from");
+  const std::string What = Where.empty() ? Say("names.named", Kind, Quoted(Name))
+                                         : Say("names.named-in", Kind, Quoted(Name), Quoted(Where));
+  if (Known.empty()) throw ERefused(Say("names.none", What));
   int Number = 0;
   const bool IsNumber = TryStrToInt(Text, Number);
   // A description may be a number itself, so it is looked for even then.
   if (const int Found = IsNumber ? FindByNumber(Number, Known) : -1; Found >= 0) return Found;
   if (const int Found = FindByText(Text, Known); Found >= 0) return Found;
-  if (IsNumber) RefuseNumber(Kind + " with the number " + std::to_string(Number) + Place, Number, Known);
-  RefuseText(Kind + " " + Quoted(Name) + Place, Name, Known);
+  if (!IsNumber) RefuseText(What, Name, Known);
+  const std::string Typed = std::to_string(Number);
+  RefuseNumber(Where.empty() ? Say("names.numbered", Kind, Typed)
+                             : Say("names.numbered-in", Kind, Typed, Quoted(Where)),
+               Number, Known);
 }
 
 int FindSystem(std::string_view Name) {
-  return FindName("unit system", Name, ByPosition(TSystemUnitDataManager::CurUseUnitConfigContainer()));
+  return FindName(Say("kind.system"), Name, ByPosition(TSystemUnitDataManager::CurUseUnitConfigContainer()));
 }
 
 int FindDigitGroup(std::string_view Name) {
   std::vector<TKnownName> Known;
   for (int I = 0; I < TSystemUnitDataManager::DigitGroupCount(); ++I)
     Known.push_back({I, TSystemUnitDataManager::DigitGroup(I)->Description});
-  return FindName("digit grouping", Name, Known);
+  return FindName(Say("kind.group"), Name, Known);
 }
 
 TMeasure& FindMeasure(const TConfig& Config, std::string_view Name) {
   if (Name.starts_with('#')) return MeasureAtPosition(Config, Name);
-  return *Config.Measure(FindName("measure", Name, MeasureNames(Config)), false);
+  return *Config.Measure(FindName(Say("kind.measure"), Name, MeasureNames(Config)), false);
 }
 
 int FindUnit(const TMeasure& Measure, std::string_view Name) {
   std::vector<TKnownName> Known;
   for (const auto& Unit : Measure.UnitContainer) Known.push_back({Unit->UnitIdentifyCode, Unit->Description});
-  return FindName("unit", Name, Known, ToUtf8(Measure.Description));
+  return FindName(Say("kind.unit"), Name, Known, ToUtf8(Measure.Description));
 }
 
 int FindRound(const TUnit& Unit, std::string_view Name) {
-  return FindName("rounding", Name, ByPosition(Unit.RoundContainer), ToUtf8(Unit.Description));
+  return FindName(Say("kind.rounding"), Name, ByPosition(Unit.RoundContainer), ToUtf8(Unit.Description));
 }
 
 int FindSymbol(const TUnit& Unit, std::string_view Name) {
-  return FindName("symbol", Name, ByPosition(Unit.UnitSymbolContainer), ToUtf8(Unit.Description));
+  return FindName(Say("kind.symbol"), Name, ByPosition(Unit.UnitSymbolContainer), ToUtf8(Unit.Description));
 }
 
 const std::vector<TSwitch>& Switches() {
@@ -133,7 +137,7 @@ const TSwitch& FindSwitch(std::string_view Name) {
   std::vector<TKnownName> Known;
   for (const TSwitch& Switch : Switches())
     Known.push_back({static_cast<int>(Known.size()), FromUtf8(Switch.Name)});
-  return Switches()[static_cast<std::size_t>(FindName("format switch", Name, Known))];
+  return Switches()[static_cast<std::size_t>(FindName(Say("kind.switch"), Name, Known))];
 }
 
 TMeasure& FindConvertible(std::string_view Name) {
@@ -146,15 +150,13 @@ void RequireConvertible(TMeasure& Measure) {
   const TMeasure* Reached = TSystemUnitDataManager::CurConfigMeasure(Measure.ClassifyCode);
   const std::string Name = Quoted(Measure.Description);
   if (Reached != &Measure)
-    throw ERefused("measure " + Name + " cannot be converted: its classify code " +
-                   std::to_string(Measure.ClassifyCode) + " belongs to " + Quoted(Reached->Description) +
-                   ", which comes first");
+    throw ERefused(
+        Say("names.hidden", Name, std::to_string(Measure.ClassifyCode), Quoted(Reached->Description)));
   TUnit* Unit = Measure.UnitContainer.Find(Measure.CurUnitIndex);
-  if (!Unit)
-    throw ERefused("measure " + Name + " has no unit yet: choose one with  unitctl set MEASURE --unit UNIT");
+  if (!Unit) throw ERefused(Say("names.no-unit", Name));
   if (!GetUnitParser(Unit->UnitParserClassName, Unit))
-    throw ERefused("unit " + Quoted(Unit->Description) + " of " + Name + " names the parser class " +
-                   Quoted(Unit->UnitParserClassName) + ", which does not exist");
+    throw ERefused(
+        Say("names.no-parser", Quoted(Unit->Description), Name, Quoted(Unit->UnitParserClassName)));
 }
 
 } // namespace unitlib::app

@@ -4,6 +4,7 @@
 #include "apps/common/NearestName.h"
 #include "apps/common/Platform.h"
 #include "apps/unitctl/Names.h"
+#include "apps/unitctl/Texts.h"
 #include "unitlib/rtl/Errors.h"
 #include "unitlib/rtl/Numbers.h"
 #include "unitlib/rtl/Text.h"
@@ -38,24 +39,20 @@ void AppendUtf8(std::string& Out, std::u16string_view Text) {
 } // namespace
 
 std::unique_ptr<TInput> OpenInput(const TContext& Context, const std::optional<std::string>& Path) {
-  if (Path && Path->empty())
-    throw ERefused("the name of the input file is empty; \"-\" stands for standard input");
+  if (Path && Path->empty()) throw ERefused(Say("schedule.no-name"));
   if (Path && *Path != "-") return std::make_unique<TInput>(*Path);
-  if (platform::IsTerminal(Context.Streams.In))
-    Context.Complain("reading rows from the keyboard; Ctrl-D ends them");
-  return std::make_unique<TInput>(Context.Streams.In, "standard input");
+  if (platform::IsTerminal(Context.Streams.In)) Context.Complain(Say("schedule.keyboard"));
+  return std::make_unique<TInput>(Context.Streams.In, Say("stream.in"));
 }
 
 TScheduleReader::TScheduleReader(TByteSource& Source, std::string SourceName, const TScheduleOptions& Options)
     : FSourceName(std::move(SourceName)), FReader(Source) {
   TCsvRecord Record;
-  if (!Next(Record) || Record.Raw.empty())
-    throw ERefused(FSourceName + ":1: a header row is needed, with the names of the columns");
+  if (!Next(Record) || Record.Raw.empty()) throw ERefused(FSourceName + ":1: " + Say("schedule.no-header"));
   if (Record.Raw.starts_with("\xFF\xFE") || Record.Raw.starts_with("\xFE\xFF"))
-    throw ERefused(FSourceName + ": this is UTF-16; save it as UTF-8");
+    throw ERefused(FSourceName + ": " + Say("schedule.utf16"));
   TCsvFields Fields;
-  if (!Fields.Split(Record.Raw))
-    throw ERefused(FSourceName + ":1: the quotes of the header row do not match");
+  if (!Fields.Split(Record.Raw)) throw ERefused(FSourceName + ":1: " + Say("schedule.header-quotes"));
   for (const std::string_view Field : Fields.All()) FColumns.emplace_back(TrimBlanks(Field));
   FLineEnd = Record.LineEnd.empty() ? "\n" : Record.LineEnd;
   FindColumns(Options);
@@ -78,17 +75,16 @@ void TScheduleReader::FindColumns(const TScheduleOptions& Options) {
   FLayout.Value = FindColumn(Options.ValueColumn);
   if (!Options.Measure) FLayout.Measure = FindColumn(Options.MeasureColumn);
   if (std::find(FColumns.begin(), FColumns.end(), Options.DisplayColumn) != FColumns.end())
-    throw ERefused(FSourceName + ":1: there is a column " + Quoted(Options.DisplayColumn) +
-                   " already; name the new one with --display-column");
+    throw ERefused(FSourceName + ":1: " + Say("schedule.display-column", Quoted(Options.DisplayColumn)));
 }
 
 std::size_t TScheduleReader::FindColumn(const std::string& Name) const {
   const auto Found = std::find(FColumns.begin(), FColumns.end(), Name);
   if (Found == FColumns.end())
-    throw ERefused(FSourceName + ":1: no column " + Quoted(Name) + "; the nearest is " +
-                   Quoted(FColumns[NearestName(Name, FColumns)]));
+    throw ERefused(FSourceName + ":1: " +
+                   Say("schedule.no-column", Quoted(Name), Quoted(FColumns[NearestName(Name, FColumns)])));
   if (std::find(Found + 1, FColumns.end(), Name) != FColumns.end())
-    throw ERefused(FSourceName + ":1: the column " + Quoted(Name) + " occurs twice; which one is meant?");
+    throw ERefused(FSourceName + ":1: " + Say("schedule.column-twice", Quoted(Name)));
   return static_cast<std::size_t>(Found - FColumns.begin());
 }
 
@@ -123,7 +119,7 @@ bool TRowConverter::Convert(const TCsvFields& Fields, std::string& Display, TRow
     AppendUtf8(Display, DisplayText(Code, Value, FFormat));
     return true;
   } catch (const EUnitError& Error) {
-    Problem = {0, Quoted(Cell) + ": " + Printable(Error.what()), std::string(Cell), NoPlace};
+    Problem = {0, Say("value.bad", Quoted(Cell), Printable(Error.what())), std::string(Cell), NoPlace};
     return false;
   }
 }
@@ -148,8 +144,8 @@ bool TRowConverter::ReadValue(std::string_view Cell, double& Value, TRowProblem&
   const TNumberText Number = ReadNumber(FNumber);
   Value = Number.Value;
   if (Number.Ok) return true;
-  Problem = {0, "column " + Quoted(FValueColumn) + ": " + Quoted(Cell) + " " + NumberProblem(Cell),
-             std::string(Cell), NumberStop(Cell)};
+  Problem = {0, Say("schedule.column", Quoted(FValueColumn), NumberProblem(Cell)), std::string(Cell),
+             NumberStop(Cell)};
   return false;
 }
 
@@ -195,13 +191,13 @@ bool TBatchConverter::ConvertRow(const TRowBatch::TRow& Row, std::string_view Ra
 bool TBatchConverter::CheckShape(const TRowBatch::TRow& Row, bool WellFormed) {
   FProblem = {};
   if (Row.OpenQuote)
-    FProblem.Message = "a quote is not closed before the end of the file: everything down to line " +
-                       std::to_string(Row.LastLine) + " was taken for one row";
+    FProblem.Message = Say("schedule.open-quote", std::to_string(Row.LastLine));
   else if (!WellFormed)
-    FProblem.Message = "text stands behind a closing quote";
+    FProblem.Message = Say("schedule.behind-quote");
   else if (FFields.Count() != FCount)
-    FProblem.Message =
-        "the row has " + Counted(FFields.Count(), "field") + ", the header " + std::to_string(FCount);
+    FProblem.Message = FFields.Count() == 1
+                           ? Say("schedule.one-field", std::to_string(FCount))
+                           : Say("schedule.fields", std::to_string(FFields.Count()), std::to_string(FCount));
   return FProblem.Message.empty();
 }
 

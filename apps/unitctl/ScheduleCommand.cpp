@@ -8,6 +8,7 @@
 #include "apps/unitctl/Command.h"
 #include "apps/unitctl/Schedule.h"
 #include "apps/unitctl/Session.h"
+#include "apps/unitctl/Texts.h"
 
 #include <CLI/CLI.hpp>
 
@@ -74,8 +75,8 @@ bool IsFile(const std::optional<std::string>& Path) {
 }
 
 std::unique_ptr<TByteSink> OpenOutput(const TContext& Context, const std::optional<std::string>& Path) {
-  if (Path && Path->empty()) throw ERefused("--output needs the name of a file");
-  if (!IsFile(Path)) return std::make_unique<TStreamOutput>(Context.Streams.Out, "standard output");
+  if (Path && Path->empty()) throw ERefused(Say("schedule.no-output"));
+  if (!IsFile(Path)) return std::make_unique<TStreamOutput>(Context.Streams.Out, Say("stream.out"));
   return std::make_unique<TFileOutput>(*Path);
 }
 
@@ -125,6 +126,12 @@ TTotals Run(const TContext& Context, TScheduleReader& Reader, TBatchConverter& C
   return Totals;
 }
 
+std::string BadRows(const TTotals& Totals) {
+  const std::string Bad = std::to_string(Totals.Bad);
+  return Totals.Rows == 1 ? Say("schedule.one-bad", Bad)
+                          : Say("schedule.bad", Bad, std::to_string(Totals.Rows));
+}
+
 void Schedule(TContext& Context, const TCommandOptions& Options) {
   const TSession Session(Context);
   TSession::System(); // chosen, or a message that says how
@@ -135,49 +142,42 @@ void Schedule(TContext& Context, const TCommandOptions& Options) {
   if (Options.Table) Output = AsTable(std::move(Output), Reader, Options.Schedule);
   if (!Options.Table) Output->Write(Reader.Header());
   const bool ToScreen = !IsFile(Options.Output) && platform::IsTerminal(Context.Streams.Out);
-  TProgressBar Progress(Context.Streams.Err, Input->Size(), WantsProgress(Context, *Input, ToScreen));
+  TProgressBar Progress(Context.Streams.Err, Input->Size(), WantsProgress(Context, *Input, ToScreen),
+                        Say("schedule.rows", "{0}"));
   const TTotals Totals = Run(Context, Reader, Converter, *Output, *Input, Progress);
   Progress.Clear();
   if (Totals.Bad > 0) Context.ExitCode = ExitBad;
   if (Totals.Stopped) {
-    const std::string File =
-        IsFile(Options.Output) ? "; " + Printable(*Options.Output) + " is not written" : "";
-    return Context.Complain("stopped at the first bad row" + File);
+    return Context.Complain(IsFile(Options.Output) ? Say("schedule.stopped-file", Printable(*Options.Output))
+                                                   : Say("schedule.stopped"));
   }
   Input.reset(); // the output may take its place, and not every system replaces an open file
   Output->Commit();
-  if (Totals.Bad > 0)
-    Context.Complain(std::to_string(Totals.Bad) + " of " + Counted(Totals.Rows, "row") + " bad");
+  if (Totals.Bad > 0) Context.Complain(BadRows(Totals));
 }
 
 } // namespace
 
 void AddScheduleCommand(CLI::App& App, TContext& Context) {
   auto Options = std::make_shared<TCommandOptions>();
-  CLI::App* Command = AddCommand(
-      App, "schedule", "Append the display text to each row of a take-off schedule (CSV)",
-      "  unitctl schedule takeoff.csv -o shown.csv\n"
-      "  unitctl schedule --system 2 --append-symbol --table < takeoff.csv\n"
-      "  unitctl schedule rebar.csv --measure 6 --value-column mass\n"
-      "The first row names the columns; values are stored values, measures are named by description or "
-      "classify code.\n"
-      "A bad row is reported as file:line, kept with an empty text, and makes the exit status 2. The output "
-      "file is\n"
-      "replaced only when all is written. --table holds all rows in memory, everything else streams.");
-  const auto Add = [Command](const char* Name, auto& Value, const char* Type, const char* Description) {
+  CLI::App* Command = AddCommand(App, "schedule", Say("help.group.schedules"), Say("help.schedule"),
+                                 "unitctl schedule takeoff.csv -o shown.csv\n"
+                                 "unitctl schedule --system 2 --append-symbol --table < takeoff.csv\n"
+                                 "unitctl schedule rebar.csv --measure 6 --value-column mass",
+                                 Say("help.schedule.notes"));
+  const auto Add = [Command](const char* Name, auto& Value, const char* Type,
+                             const std::string& Description) {
     return Command->add_option(Name, Value, Description)->type_name(Type)->transform(UnguardText);
   };
-  AddText(*Command, "IN.csv", Options->Input, "Schedule to read; \"-\" or nothing: standard input");
-  Add("-o,--output", Options->Output, "FILE", "File to write; \"-\" or nothing: standard output");
-  Add("--measure-column", Options->Schedule.MeasureColumn, "NAME",
-      "Column of the measures (default measure)");
-  Add("--value-column", Options->Schedule.ValueColumn, "NAME", "Column of the values (default value)");
-  Add("--display-column", Options->Schedule.DisplayColumn, "NAME", "Column to append (default display)");
-  Add("--measure", Options->Schedule.Measure, "MEASURE", "Measure of all rows, instead of a column");
+  AddText(*Command, "IN.csv", Options->Input, Say("option.schedule.input"));
+  Add("-o,--output", Options->Output, "FILE", Say("option.schedule.output"));
+  Add("--measure-column", Options->Schedule.MeasureColumn, "NAME", Say("option.schedule.measure-column"));
+  Add("--value-column", Options->Schedule.ValueColumn, "NAME", Say("option.schedule.value-column"));
+  Add("--display-column", Options->Schedule.DisplayColumn, "NAME", Say("option.schedule.display-column"));
+  Add("--measure", Options->Schedule.Measure, "MEASURE", Say("option.schedule.measure"));
   AddFormatOptions(*Command, Options->Schedule.Format);
-  Command->add_flag("--table", Options->Table, "Write an aligned table instead of CSV");
-  Command->add_flag("--strict", Options->Schedule.Strict,
-                    "Stop at the first bad row and leave the output file as it was");
+  Command->add_flag("--table", Options->Table, Say("option.schedule.table"));
+  Command->add_flag("--strict", Options->Schedule.Strict, Say("option.schedule.strict"));
   Command->callback([&Context, Options] { Schedule(Context, *Options); });
 }
 

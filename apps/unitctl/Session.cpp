@@ -1,6 +1,7 @@
 #include "apps/unitctl/Session.h"
 
 #include "apps/unitctl/Names.h"
+#include "apps/unitctl/Texts.h"
 #include "unitlib/rtl/Errors.h"
 #include "unitlib/rtl/FileFolders.h"
 #include "unitlib/rtl/Text.h"
@@ -20,14 +21,21 @@ void RequireFile(const TContext& Context, const std::string& Path) {
   std::error_code Error;
   if (std::filesystem::exists(NativePath(Path), Error) || Error) return;
   const std::string Argument = Context.SettingsFile ? " " + Printable(Path) : "";
-  throw ERefused(Printable(Path) + ": no such settings file; write one with  unitctl init" + Argument);
+  throw ERefused(Say("session.missing", Printable(Path), Argument));
 }
 
 } // namespace
 
+void UseFileArgument(TContext& Context, const std::optional<std::string>& File) {
+  if (!File) return;
+  if (Context.SettingsFile && *Context.SettingsFile != *File)
+    throw ERefused(Say("session.twice", Quoted(*File), Quoted(*Context.SettingsFile)));
+  Context.SettingsFile = File;
+}
+
 std::string SettingsPath(const TContext& Context) {
   if (!Context.SettingsFile) return ToUtf8(GetExePath()) + "UnitConfig.xml";
-  if (Context.SettingsFile->empty()) throw ERefused("--settings needs the name of a file");
+  if (Context.SettingsFile->empty()) throw ERefused(Say("session.no-name"));
   return *Context.SettingsFile;
 }
 
@@ -48,12 +56,10 @@ TConfig& TSession::System() {
   const int Index = TManager::GetCurConfigIndex();
   const auto& Systems = TManager::CurUseUnitConfigContainer();
   if (TConfig* Found = Systems.Find(Index)) return *Found;
-  const std::string Cause = Index == -1 ? "no unit system is chosen in this settings file"
-                                        : "the settings file chooses unit system " + std::to_string(Index) +
-                                              ", which it does not hold";
+  const std::string Cause =
+      Index == -1 ? Say("session.no-choice") : Say("session.bad-choice", std::to_string(Index));
   const std::string Example = Systems.Count() > 0 ? Quoted(Systems[0].Description) : "SYSTEM";
-  throw ERefused(Cause + ": choose one with  unitctl use " + Example + "  or add  --system " + Example +
-                 "  (unitctl show lists them)");
+  throw ERefused(Say("session.choose", Cause, Example));
 }
 
 void TSession::Choose(int System) noexcept {

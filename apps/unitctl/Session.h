@@ -30,6 +30,9 @@ private:
   int FChosen = -1;
 };
 
+/// A command's FILE argument takes the place of --settings. errors      ERefused both are given and differ
+void UseFileArgument(TContext& Context, const std::optional<std::string>& File);
+
 /// Path of the settings file that a run works on, for messages.
 std::string SettingsPath(const TContext& Context);
 

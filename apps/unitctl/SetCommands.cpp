@@ -1,8 +1,10 @@
 /// unitctl use, set, group, reset: change the settings file through the model.
 #include "apps/unitctl/Arguments.h"
 #include "apps/unitctl/Command.h"
+#include "apps/unitctl/Increments.h"
 #include "apps/unitctl/Names.h"
 #include "apps/unitctl/Session.h"
+#include "apps/unitctl/Texts.h"
 #include "unitlib/convert/ZELUnitConvertor.h"
 #include "unitlib/rtl/Errors.h"
 #include "unitlib/rtl/Numbers.h"
@@ -29,30 +31,17 @@ struct TSetOptions {
   bool Empty() const { return !Unit && !Round && !Increment && !Symbol && Checks.empty(); }
 };
 
-/// A number above 0, for the fractional units also a fraction of two such numbers.
-bool IsIncrement(std::u16string_view Text, bool Fractions) {
-  const std::size_t Bar = Fractions ? Text.find(u'/') : Text.npos;
-  if (Bar != Text.npos)
-    return IsIncrement(Text.substr(0, Bar), false) && IsIncrement(Text.substr(Bar + 1), false);
-  double Value = 0;
-  return TryStrToFloat(Text, Value) && Value > 0;
-}
-
 void SetIncrement(TUnit& Unit, const std::string& Typed) {
   TRound* Round = Unit.GetCurRound();
   if (!Round || !Round->IncrementCanEdit) {
-    const std::string Name = Round ? Quoted(Round->Description) : "none";
-    throw ERefused("the increment of the rounding " + Name + " of " + Quoted(Unit.Description) +
-                   " is fixed; choose one that can be edited, such as  --round Custom --increment " +
-                   Printable(Typed));
+    const std::string Name = Round ? Quoted(Round->Description) : Say("set.none");
+    throw ERefused(Say("set.fixed", Name, Quoted(Unit.Description), Printable(Typed)));
   }
-  const bool Fractional =
-      Unit.UnitIdentifyCode == FeetAndFractionalInchCode || Unit.UnitIdentifyCode == FractionalInchCode;
+  const bool Fractional = IsFractional(Unit);
   const std::u16string Text = Trim(FromTerminal(Typed));
   if (!IsIncrement(Text, Fractional))
-    throw ERefused("an increment is a number above 0" +
-                       std::string(Fractional ? ", or a fraction such as 1/16" : ""),
-                   Typed, Fractional ? NoPlace : NumberStop(Typed));
+    throw ERefused(Fractional ? Say("set.fraction") : Say("set.increment"), Typed,
+                   Fractional ? NoPlace : NumberStop(Typed));
   Round->SetIncrement(Text);
 }
 
@@ -61,13 +50,10 @@ void SetSwitch(TUnit& Unit, const std::string& Check) {
   const std::size_t Equals = Check.find('=');
   const std::string State = Equals == Check.npos ? "" : Check.substr(Equals + 1);
   if (State != "on" && State != "off")
-    throw ERefused("--check wants NAME=on or NAME=off", Check,
-                   Equals == Check.npos ? Check.size() : Equals + 1);
+    throw ERefused(Say("set.state"), Check, Equals == Check.npos ? Check.size() : Equals + 1);
   const TSwitch& Switch = FindSwitch(Check.substr(0, Equals));
   TCheckBoxSetting& Setting = Unit.*Switch.Setting;
-  if (!Setting.Enable)
-    throw ERefused("the switch " + std::string(Switch.Name) + " cannot be changed for " +
-                   Quoted(Unit.Description));
+  if (!Setting.Enable) throw ERefused(Say("set.locked", Switch.Name, Quoted(Unit.Description)));
   Setting.Checked = State == "on";
 }
 
@@ -75,29 +61,28 @@ void SetSwitch(TUnit& Unit, const std::string& Check) {
 std::string Summary(TMeasure& Measure) {
   const TUnit* Unit = Measure.UnitContainer.Find(Measure.CurUnitIndex);
   std::string Result = Quoted(Measure.Description) + ": ";
-  if (!Unit) return Result + "no unit\n";
+  if (!Unit) return Result + Say("set.summary-none") + "\n";
   Result += ToUtf8(Unit->Description);
   if (const TRound* Round = Unit->GetCurRound()) {
     Result += ", " + ToUtf8(Round->Description);
     if (Round->IncrementCanEdit) Result += " " + ToUtf8(Round->Increment);
   }
   if (const auto& Symbol = Unit->GetCurUnitSymbolDescription(); !Symbol.empty())
-    Result += ", symbol " + ToUtf8(Symbol);
+    Result += Say("set.summary-symbol", ToUtf8(Symbol));
   if (TManager::CurConfigMeasure(Measure.ClassifyCode) != &Measure) return Result + "\n";
   // Also a test: settings that cannot show the example are not saved.
-  return Result + ", for example " +
-         ToUtf8(TMeasureDataManager::StoreToDisplay(Measure.ClassifyCode, StrToFloat(Measure.ExampleValue))) +
-         "\n";
+  const std::u16string Example =
+      TMeasureDataManager::StoreToDisplay(Measure.ClassifyCode, StrToFloat(Measure.ExampleValue));
+  return Result + Say("set.summary-example", ToUtf8(Example)) + "\n";
 }
 
 void Set(TContext& Context, const TSetOptions& Options) {
-  if (Options.Empty())
-    throw ERefused("nothing to set: give --unit, --round, --increment, --symbol or --check");
+  if (Options.Empty()) throw ERefused(Say("set.nothing"));
   const TSession Session(Context);
   TMeasure& Measure = FindMeasure(TSession::System(), Options.Measure);
   if (Options.Unit) Measure.CurUnitIndex = FindUnit(Measure, *Options.Unit);
   TUnit* Unit = Measure.UnitContainer.Find(Measure.CurUnitIndex);
-  if (!Unit) throw ERefused("measure " + Quoted(Measure.Description) + " has no unit yet: add --unit UNIT");
+  if (!Unit) throw ERefused(Say("set.no-unit", Quoted(Measure.Description)));
   if (Options.Round) Unit->CurRoundIndex = FindRound(*Unit, *Options.Round);
   if (Options.Increment) SetIncrement(*Unit, *Options.Increment);
   if (Options.Symbol) Unit->CurUnitSymbolIndex = FindSymbol(*Unit, *Options.Symbol);
@@ -108,19 +93,18 @@ void Set(TContext& Context, const TSetOptions& Options) {
 }
 
 void Use(TContext& Context, const std::string& System) {
-  if (Context.System)
-    throw ERefused("unitctl use takes the system as its argument; --system is for one run only");
+  if (Context.System) throw ERefused(Say("use.twice"));
   TSession Session(Context);
   Session.Choose(FindSystem(System));
   Session.Save();
-  Context.Print("now in use: " + ToUtf8(TManager::CurConfig()->Description) + "\n");
+  Context.Print(Say("use.done", ToUtf8(TManager::CurConfig()->Description)) + "\n");
 }
 
 void Group(TContext& Context, const std::string& Name) {
   const TSession Session(Context);
   TManager::SetCurDigitGroupIndex(FindDigitGroup(Name));
   Session.Save();
-  Context.Print("digits are grouped as " + ToUtf8(TManager::CurDigitGroup()->Description) + "\n");
+  Context.Print(Say("group.done", ToUtf8(TManager::CurDigitGroup()->Description)) + "\n");
 }
 
 void Reset(TContext& Context, const std::vector<std::string>& Measures) {
@@ -135,42 +119,30 @@ void Reset(TContext& Context, const std::vector<std::string>& Measures) {
   }
   if (Chosen.empty()) {
     System.RestoreDefault();
-    Text = "all measures of " + Quoted(System.Description) + " are back to their defaults\n";
+    Text = Say("reset.done", Quoted(System.Description)) + "\n";
   }
   Session.Save();
   Context.Print(Text);
 }
 
-void AddUse(CLI::App& App, TContext& Context) {
-  auto System = std::make_shared<std::string>();
-  CLI::App* Command = AddCommand(App, "use", "Choose the unit system of the settings file",
-                                 "  unitctl use \"Taiwan Metric System\"\n  unitctl use 3");
-  AddText(*Command, "SYSTEM", *System, "Unit system, by description or position")->required();
-  Command->callback([&Context, System] { Use(Context, *System); });
-}
-
 void AddSet(CLI::App& App, TContext& Context) {
   auto Options = std::make_shared<TSetOptions>();
   CLI::App* Command =
-      AddCommand(App, "set", "Change how a measure is shown: unit, rounding, symbol, switches",
-                 "  unitctl set Area --unit \"Square meters\" --round \"2 decimal places\" --symbol m2\n"
-                 "  unitctl set Volume --round Custom --increment 0.25\n"
-                 "  unitctl set 3 --unit 11 --check Suppress0Feet=on --check SuppressSpace=on\n"
-                 "The unit is changed first, the rest is for the new unit. Nothing is written when any part "
-                 "is refused.\n"
-                 "Switches: UseProjectSetting, SuppressTrail0, Suppress0Feet, ShowPlusSymbolForPosValue, "
-                 "UseDigitGroup,\n"
-                 "SuppressSpace. unitctl show MEASURE lists what there is to choose from.");
-  const auto Add = [Command](const char* Name, auto& Value, const char* Type, const char* Description) {
+      AddCommand(App, "set", Say("help.group.settings"), Say("help.set"),
+                 "unitctl set Area --unit \"Square meters\" --round \"2 decimal places\" --symbol m2\n"
+                 "unitctl set Volume --round Custom --increment 0.25\n"
+                 "unitctl set 3 --unit 11 --check Suppress0Feet=on --check SuppressSpace=on",
+                 Say("help.set.notes"));
+  const auto Add = [Command](const char* Name, auto& Value, const char* Type,
+                             const std::string& Description) {
     return Command->add_option(Name, Value, Description)->type_name(Type)->transform(UnguardText);
   };
-  AddText(*Command, "MEASURE", Options->Measure, "Measure, by description, classify code or #position")
-      ->required();
-  Add("--unit", Options->Unit, "UNIT", "Unit, by description or unit code");
-  Add("--round", Options->Round, "ROUNDING", "Rounding, by description or position in its list");
-  Add("--increment", Options->Increment, "NUMBER", "Increment of a rounding that can be edited (Custom)");
-  Add("--symbol", Options->Symbol, "SYMBOL", "Unit symbol, by description or position in its list");
-  Add("--check", Options->Checks, "NAME=on|off", "Format switch; may be given several times")
+  AddText(*Command, "MEASURE", Options->Measure, Say("option.measure-position"))->required();
+  Add("--unit", Options->Unit, "UNIT", Say("option.set.unit"));
+  Add("--round", Options->Round, "ROUNDING", Say("option.set.round"));
+  Add("--increment", Options->Increment, "NUMBER", Say("option.set.increment"));
+  Add("--symbol", Options->Symbol, "SYMBOL", Say("option.set.symbol"));
+  Add("--check", Options->Checks, "NAME=on|off", Say("option.set.check"))
       ->expected(1)
       ->allow_extra_args(false)
       ->take_all();
@@ -179,27 +151,31 @@ void AddSet(CLI::App& App, TContext& Context) {
 
 void AddGroup(CLI::App& App, TContext& Context) {
   auto Name = std::make_shared<std::string>();
-  CLI::App* Command = AddCommand(App, "group", "Choose how digits are grouped, for all measures",
-                                 "  unitctl group 1,2345,6789.00\n  unitctl group 0");
-  AddText(*Command, "GROUPING", *Name, "Digit grouping, by description or position")->required();
+  CLI::App* Command = AddCommand(App, "group", Say("help.group.settings"), Say("help.group"),
+                                 "unitctl group 1,2345,6789.00\nunitctl group 0");
+  AddText(*Command, "GROUPING", *Name, Say("option.grouping"))->required();
   Command->callback([&Context, Name] { Group(Context, *Name); });
 }
 
 void AddReset(CLI::App& App, TContext& Context) {
   auto Measures = std::make_shared<std::vector<std::string>>();
-  CLI::App* Command =
-      AddCommand(App, "reset", "Bring measures back to their defaults (without any: all of the system)",
-                 "  unitctl reset Area \"Mass Density\"\n"
-                 "Restored are the unit that is current and the default unit of a measure; settings of its\n"
-                 "other units and typed increments stay.");
-  AddTexts(*Command, "MEASURE", *Measures, "Measures, by description, classify code or #position");
+  CLI::App* Command = AddCommand(App, "reset", Say("help.group.settings"), Say("help.reset"),
+                                 "unitctl reset Area \"Mass Density\"", Say("help.reset.notes"));
+  AddTexts(*Command, "MEASURE", *Measures, Say("option.measures"));
   Command->callback([&Context, Measures] { Reset(Context, *Measures); });
 }
 
 } // namespace
 
+void AddUseCommand(CLI::App& App, TContext& Context) {
+  auto System = std::make_shared<std::string>();
+  CLI::App* Command = AddCommand(App, "use", Say("help.group.start"), Say("help.use"),
+                                 "unitctl use \"Taiwan Metric System\"\nunitctl use 3");
+  AddText(*Command, "SYSTEM", *System, Say("option.system-argument"))->required();
+  Command->callback([&Context, System] { Use(Context, *System); });
+}
+
 void AddSetCommands(CLI::App& App, TContext& Context) {
-  AddUse(App, Context);
   AddSet(App, Context);
   AddGroup(App, Context);
   AddReset(App, Context);

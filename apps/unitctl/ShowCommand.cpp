@@ -4,6 +4,7 @@
 #include "apps/unitctl/Names.h"
 #include "apps/unitctl/Session.h"
 #include "apps/unitctl/ShowJson.h"
+#include "apps/unitctl/Texts.h"
 #include "unitlib/rtl/Errors.h"
 #include "unitlib/rtl/Text.h"
 
@@ -31,14 +32,13 @@ void ComputeExamples(TContext& Context) {
   try {
     TManager::UpdateDispalyValue();
   } catch (const EUnitError& Error) {
-    Context.ComplainBad("an example of " + Quoted(TManager::CurConfig()->Description) +
-                            " cannot be shown: " + Error.what(),
-                        {}, NoPlace);
+    Context.ComplainBad(Say("show.example", Quoted(TManager::CurConfig()->Description), Error.what()), {},
+                        NoPlace);
   }
 }
 
 std::string SystemTable() {
-  TTable Table({{""}, {"No.", TAlign::Right}, {"Unit system"}});
+  TTable Table({{""}, {Say("column.number"), TAlign::Right}, {Say("column.system")}});
   const auto& Systems = TManager::CurUseUnitConfigContainer();
   for (int I = 0; I < Systems.Count(); ++I)
     Table.Add({Mark(I == TManager::GetCurConfigIndex()), std::to_string(I), ToUtf8(Systems[I].Description)});
@@ -46,7 +46,7 @@ std::string SystemTable() {
 }
 
 std::string GroupTable() {
-  TTable Table({{""}, {"No.", TAlign::Right}, {"Digit grouping"}});
+  TTable Table({{""}, {Say("column.number"), TAlign::Right}, {Say("column.group")}});
   for (int I = 0; I < TManager::DigitGroupCount(); ++I)
     Table.Add({Mark(I == TManager::GetCurDigitGroupIndex()), std::to_string(I),
                ToUtf8(TManager::DigitGroup(I)->Description)});
@@ -72,8 +72,12 @@ std::string Example(const TMeasure& Measure) {
 }
 
 std::string MeasureTable(const TConfig& System) {
-  TTable Table(
-      {{"Code", TAlign::Right}, {"Measure"}, {"Unit"}, {"Rounding"}, {"Symbol"}, {"Example", TAlign::Right}});
+  TTable Table({{Say("column.code"), TAlign::Right},
+                {Say("column.measure")},
+                {Say("column.unit")},
+                {Say("column.rounding")},
+                {Say("column.symbol")},
+                {Say("column.example"), TAlign::Right}});
   for (const auto& Measure : System.MeasureContainer) {
     const TUnit* Unit = Measure->UnitContainer.Find(Measure->CurUnitIndex);
     Table.Add({std::to_string(Measure->ClassifyCode), ToUtf8(Measure->Description),
@@ -84,19 +88,23 @@ std::string MeasureTable(const TConfig& System) {
 }
 
 void ShowSettings(TContext& Context, const TSession& Session) {
-  std::string Text = "Settings file " + Printable(ToUtf8(TManager::GetUnitConfigFileName())) + "\n\n" +
+  std::string Text = Say("show.file", Printable(ToUtf8(TManager::GetUnitConfigFileName()))) + "\n\n" +
                      SystemTable() + "\n" + GroupTable();
   if (Session.HasSystem()) {
     ComputeExamples(Context);
     Text += "\n" + MeasureTable(TSession::System());
   } else {
-    Text += "\nNo unit system is chosen yet: unitctl use SYSTEM chooses one, --system SYSTEM shows one.\n";
+    Text += "\n" + Say("show.no-choice") + "\n";
   }
   Context.Print(Text);
 }
 
 std::string UnitTable(const TMeasure& Measure) {
-  TTable Table({{""}, {"Code", TAlign::Right}, {"Unit"}, {"Symbol for None"}, {"Parser"}});
+  TTable Table({{""},
+                {Say("column.code"), TAlign::Right},
+                {Say("column.unit")},
+                {Say("column.symbol-when-none")},
+                {Say("column.parser")}});
   for (int I = 0; I < Measure.UnitContainer.Count(); ++I) {
     const TUnit& Unit = Measure.UnitContainer[I];
     Table.Add({Mark(I == Measure.CurUnitIndex), std::to_string(Unit.UnitIdentifyCode),
@@ -107,18 +115,21 @@ std::string UnitTable(const TMeasure& Measure) {
 }
 
 std::string RoundTable(const TUnit& Unit) {
-  TTable Table({{""}, {"No.", TAlign::Right}, {"Rounding"}, {"Increment", TAlign::Right}});
+  TTable Table({{""},
+                {Say("column.number"), TAlign::Right},
+                {Say("column.rounding")},
+                {Say("column.increment"), TAlign::Right}});
   for (int I = 0; I < Unit.RoundContainer.Count(); ++I) {
     const TRound& Round = Unit.RoundContainer[I];
     const std::string Increment =
-        Round.Increment.empty() && Round.IncrementCanEdit ? "any" : ToUtf8(Round.Increment);
+        Round.Increment.empty() && Round.IncrementCanEdit ? Say("show.any") : ToUtf8(Round.Increment);
     Table.Add({Mark(I == Unit.CurRoundIndex), std::to_string(I), ToUtf8(Round.Description), Increment});
   }
   return Table.Text();
 }
 
 std::string SymbolTable(const TUnit& Unit) {
-  TTable Table({{""}, {"No.", TAlign::Right}, {"Symbol"}});
+  TTable Table({{""}, {Say("column.number"), TAlign::Right}, {Say("column.symbol")}});
   for (int I = 0; I < Unit.UnitSymbolContainer.Count(); ++I)
     Table.Add({Mark(I == Unit.CurUnitSymbolIndex), std::to_string(I),
                ToUtf8(Unit.UnitSymbolContainer[I].Description)});
@@ -126,20 +137,22 @@ std::string SymbolTable(const TUnit& Unit) {
 }
 
 std::string SwitchTable(const TUnit& Unit) {
-  TTable Table({{"Switch"}, {"State"}, {"Can be changed"}});
+  TTable Table({{Say("column.switch")}, {Say("column.state")}, {Say("column.changeable")}});
   for (const TSwitch& Switch : Switches()) {
     const TCheckBoxSetting& Setting = Unit.*Switch.Setting;
-    Table.Add({std::string(Switch.Name), Setting.Checked ? "on" : "off", Setting.Enable ? "yes" : "no"});
+    Table.Add({std::string(Switch.Name), Setting.Checked ? Say("show.on") : Say("show.off"),
+               Setting.Enable ? Say("show.yes") : Say("show.no")});
   }
   return Table.Text();
 }
 
 void ShowMeasure(TContext& Context, const std::string& Name) {
   const TMeasure& Measure = FindMeasure(TSession::System(), Name);
-  std::string Text = ToUtf8(Measure.Description) + ", classify code " + std::to_string(Measure.ClassifyCode) +
-                     ", in " + ToUtf8(TManager::CurConfig()->Description) + "\n\n" + UnitTable(Measure);
+  std::string Text = Say("show.measure", ToUtf8(Measure.Description), std::to_string(Measure.ClassifyCode),
+                         ToUtf8(TManager::CurConfig()->Description)) +
+                     "\n\n" + UnitTable(Measure);
   if (const TUnit* Unit = Measure.UnitContainer.Find(Measure.CurUnitIndex)) {
-    Text += "\nSettings of " + ToUtf8(Unit->Description) + "\n";
+    Text += "\n" + Say("show.unit", ToUtf8(Unit->Description)) + "\n";
     if (Unit->RoundContainer.Count() > 0) Text += "\n" + RoundTable(*Unit);
     if (Unit->UnitSymbolContainer.Count() > 0) Text += "\n" + SymbolTable(*Unit);
     Text += "\n" + SwitchTable(*Unit);
@@ -157,10 +170,17 @@ void ShowJson(TContext& Context, const TSession& Session) {
   Context.Print(SettingsAsJson(ToUtf8(TManager::GetUnitConfigFileName()), Session.ChosenSystem()));
 }
 
+void ShowMeasureJson(TContext& Context, const std::string& Name) {
+  const TMeasure& Measure = FindMeasure(TSession::System(), Name);
+  ComputeExamples(Context);
+  Context.Print(MeasureAsJson(TSession::System(), Measure));
+}
+
 void Show(TContext& Context, const TShowOptions& Options) {
   const TSession Session(Context);
-  if (Options.Json && Options.Measure) throw ERefused("--json shows all measures; leave out MEASURE");
-  if (Options.Json)
+  if (Options.Json && Options.Measure)
+    ShowMeasureJson(Context, *Options.Measure);
+  else if (Options.Json)
     ShowJson(Context, Session);
   else if (Options.Measure)
     ShowMeasure(Context, *Options.Measure);
@@ -173,14 +193,10 @@ void Show(TContext& Context, const TShowOptions& Options) {
 void AddShowCommand(CLI::App& App, TContext& Context) {
   auto Options = std::make_shared<TShowOptions>();
   CLI::App* Command =
-      AddCommand(App, "show", "Show systems, measures, units, rounding, symbols and examples",
-                 "  unitctl show\n"
-                 "  unitctl show Area            what there is to choose from for one measure\n"
-                 "  unitctl show --json          everything, for scripts\n"
-                 "An asterisk stands before what is in use.");
-  AddText(*Command, "MEASURE", Options->Measure,
-          "Measure to show in detail, by description, classify code or #position");
-  Command->add_flag("--json", Options->Json, "Write JSON");
+      AddCommand(App, "show", Say("help.group.start"), Say("help.show"),
+                 "unitctl show\nunitctl show Area\nunitctl show --json", Say("help.show.notes"));
+  AddText(*Command, "MEASURE", Options->Measure, Say("option.show.measure"));
+  Command->add_flag("--json", Options->Json, Say("option.json"));
   Command->callback([&Context, Options] { Show(Context, *Options); });
 }
 

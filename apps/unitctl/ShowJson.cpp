@@ -134,4 +134,12 @@ std::string SettingsAsJson(const std::string& Path, int ChosenSystem) {
   return Json.Take();
 }
 
+std::string MeasureAsJson(const TConfig& System, const TMeasure& Measure) {
+  int Position = 0;
+  while (System.MeasureContainer.Find(Position) != &Measure) ++Position;
+  TJson Json;
+  WriteMeasure(Json, Measure, Position);
+  return Json.Take();
+}
+
 } // namespace unitlib::app

@@ -2,6 +2,7 @@
 
 #include "apps/unitctl/Arguments.h"
 #include "apps/unitctl/Command.h"
+#include "apps/unitctl/Texts.h"
 #include "unitlib/rtl/Text.h"
 
 #include <CLI/CLI.hpp>
@@ -18,19 +19,15 @@ constexpr std::pair<const char*, std::uint32_t> Languages[] = {{"english", tlEng
 std::uint32_t LanguageNamed(const std::string& Name) {
   for (const auto& [Known, Language] : Languages)
     if (SameText(FromUtf8(Known), FromUtf8(Name))) return Language;
-  throw ERefused(Quoted(Name) + " is no language that units are read in: english, german, french, spanish, "
-                                "chinese, all");
+  throw ERefused(Say("typed.language", Quoted(Name)));
 }
 
 } // namespace
 
 void AddTypedOptions(CLI::App& Command, TTypedFlags& Flags) {
-  Command.add_flag("--expression", Flags.Expression,
-                   "Read arithmetic, in which a dash may take away, instead of one value");
-  Command.add_flag("--decimal-comma", Flags.DecimalComma, "Read 2,5 as two and a half");
-  Command
-      .add_option("--language", Flags.Languages,
-                  "Read the unit words of this language, too (or: all); may be repeated")
+  Command.add_flag("--expression", Flags.Expression, Say("option.expression"));
+  Command.add_flag("--decimal-comma", Flags.DecimalComma, Say("option.decimal-comma"));
+  Command.add_option("--language", Flags.Languages, Say("option.language"))
       ->type_name("LANGUAGE")
       ->transform(UnguardText)
       ->expected(1)
@@ -47,10 +44,10 @@ TTypedOptions TypedOptions(const TTypedFlags& Flags, int Scale) {
 }
 
 void ComplainAboutTyped(TContext& Context, const std::string& Typed, const TTypedReading& Reading) {
-  std::string Message = Quoted(Typed) + ": " + Printable(ToUtf8(Reading.Reason));
-  const char* Before = "; write ";
+  std::string Message = Say("value.bad", Quoted(Typed), Printable(ToUtf8(Reading.Reason)));
+  std::string Before = Say("typed.write");
   for (const std::u16string& Suggestion : Reading.Suggestions)
-    Message += std::exchange(Before, " or ") + Printable(ToUtf8(Suggestion));
+    Message += std::exchange(Before, Say("typed.or")) + Printable(ToUtf8(Suggestion));
   Context.ComplainBad(Message, Typed, Utf8Offset(FromUtf8(Typed), Reading.Offset));
 }
 

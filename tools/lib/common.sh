@@ -27,7 +27,8 @@ need() {
 
 build_packages=(g++ cmake ninja-build ccache pkg-config libpugixml-dev libpcre2-dev libboost-dev libcli11-dev
   libwxgtk3.2-dev libsqlite3-dev libgtest-dev libgmock-dev librapidcheck-dev python3)
-test_packages=(python3-pytest xvfb xauth x11-utils xdotool imagemagick locales libx11-dev libxtst-dev fonts-dejavu-core fonts-wqy-microhei)
+test_packages=(python3-pytest xvfb xauth x11-utils xdotool imagemagick locales libx11-dev libxtst-dev fonts-dejavu-core fonts-wqy-microhei
+  zsh mandoc) # zsh and mandoc: the completion and the man page of unitctl are tested with them
 
 # configure PRESET [CMAKE_ARGUMENT...]   into build/PRESET
 configure() {

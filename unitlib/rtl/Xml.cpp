@@ -20,6 +20,8 @@ struct TXMLDocument::TContent {
   std::u16string Path;
   bool Declaration = true;
   bool Indent = true;
+  std::ptrdiff_t CountedTo = 0; // see LineAt
+  std::ptrdiff_t LinesBefore = 0;
 };
 
 namespace {
@@ -133,8 +135,13 @@ std::unique_ptr<TXMLDocument> CreateXMLDocument(bool Declaration, bool Indent) {
 
 int TXMLDocument::LineAt(std::ptrdiff_t Offset) const {
   if (Offset < 0 || static_cast<size_t>(Offset) > FContent->Source.size()) return 0;
-  const auto Begin = FContent->Source.begin();
-  return static_cast<int>(std::count(Begin, Begin + Offset, '\n')) + 1;
+  // Counted on from the last answer: a walk over the document asks in its order, and a file may be large.
+  TContent& Content = *FContent;
+  if (Offset < Content.CountedTo) Content.CountedTo = Content.LinesBefore = 0;
+  const auto Begin = Content.Source.begin();
+  Content.LinesBefore += std::count(Begin + Content.CountedTo, Begin + Offset, '\n');
+  Content.CountedTo = Offset;
+  return static_cast<int>(Content.LinesBefore) + 1;
 }
 
 void TXMLDocument::LoadFromFile(std::u16string_view Path) {
@@ -144,6 +151,7 @@ void TXMLDocument::LoadFromFile(std::u16string_view Path) {
 void TXMLDocument::LoadFromMemory(std::string Content, std::u16string_view Path) {
   FContent->Path = Path;
   FContent->Source = ToUtf8Source(std::move(Content), FContent->Path);
+  FContent->CountedTo = FContent->LinesBefore = 0;
   std::string& Source = FContent->Source;
   auto Place = [&](std::ptrdiff_t Offset) {
     return EXmlError::TPlace{FContent->Path, LineAt(Offset), {}, {}};
