@@ -1,0 +1,26 @@
+#include "fuzz/Targets.h"
+
+#include <cstdio>
+
+namespace unitlib::fuzz {
+namespace {
+
+constexpr TTarget Targets[] = {
+    {"digit_groups", "digit grouping", RunDigitGroups},
+    {"imperial", "feet, inches and fractions: recognised and read", RunImperial},
+    {"replace_imperial", "imperial numbers inside arithmetic, replaced", RunReplaceImperial},
+};
+
+} // namespace
+
+const TTarget* FindTarget(std::string_view Name) {
+  for (const TTarget& Target : Targets)
+    if (Name == Target.Name) return &Target;
+  return nullptr;
+}
+
+void ListTargets() {
+  for (const TTarget& Target : Targets) std::printf("%-18s %s\n", Target.Name, Target.What);
+}
+
+} // namespace unitlib::fuzz
