@@ -19,8 +19,10 @@ const TTarget* FindTarget(std::string_view Name);
 /// Prints one line for every target.
 void ListTargets();
 
+void RunCsv(TInput& Input);
 void RunDigitGroups(TInput& Input);
 void RunImperial(TInput& Input);
 void RunReplaceImperial(TInput& Input);
+void RunUnits(TInput& Input);
 
 } // namespace unitlib::fuzz
