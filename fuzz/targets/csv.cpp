@@ -29,7 +29,7 @@ private:
   std::size_t FPiece;
 };
 
-constexpr std::size_t Pieces[] = {1, 2, 3, 7, 64, 1 << 20};
+constexpr std::size_t Pieces[] = {1, 2, 3, 7, 64, 4096};
 constexpr std::size_t LargestRecords[] = {app::TCsvReader::DefaultMaxRecord, 3, 5, 20};
 
 void CheckRecord(const app::TCsvRecord& Record, const slow::TRecord& Wanted, std::string_view File) {
@@ -50,7 +50,7 @@ void CheckRecord(const app::TCsvRecord& Record, const slow::TRecord& Wanted, std
 std::size_t CheckRead(std::string_view File, std::size_t Piece, std::size_t LargestRecord, bool AskBuffered) {
   const std::vector<slow::TRecord> Wanted = slow::ReadCsv(File);
   TPieces Source(File, Piece);
-  app::TCsvReader Reader(Source, LargestRecord);
+  app::TCsvReader Reader(Source, LargestRecord, Piece);
   app::TCsvRecord Record;
   std::size_t Count = 0;
   try {
