@@ -8,6 +8,8 @@ namespace {
 constexpr TTarget Targets[] = {
     {"csv", "the CSV reader and writer of the programs", RunCsv},
     {"digit_groups", "digit grouping", RunDigitGroups},
+    {"elevation", "the four elevation functions", RunElevation},
+    {"expression", "arithmetic: read, merged, evaluated, written", RunExpression},
     {"imperial", "feet, inches and fractions: recognised and read", RunImperial},
     {"replace_imperial", "imperial numbers inside arithmetic, replaced", RunReplaceImperial},
     {"units", "the 34 unit classes: texts read, values shown", RunUnits},

@@ -21,6 +21,8 @@ void ListTargets();
 
 void RunCsv(TInput& Input);
 void RunDigitGroups(TInput& Input);
+void RunElevation(TInput& Input);
+void RunExpression(TInput& Input);
 void RunImperial(TInput& Input);
 void RunReplaceImperial(TInput& Input);
 void RunUnits(TInput& Input);

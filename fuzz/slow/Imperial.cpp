@@ -45,9 +45,7 @@ bool HasShape(std::u16string_view Text) {
 /// The integer, none beyond 64 bits.
 bool ReadPart(const std::u16string& Text, TExact& Value) {
   if (!IsInt64(Text)) return false;
-  Value = TExact(TWhole(Text.find_first_not_of(u'0') == Text.npos
-                            ? std::string("0")
-                            : Utf8(Text.substr(Text.find_first_not_of(u'0')))));
+  Value = TExact::OfDigits(Utf8(Text));
   return true;
 }
 
@@ -127,7 +125,7 @@ TExact ExactInches(std::u16string_view Text) {
                     ReadPart(TakeUpTo(T, u'/'), Numerator) && ReadPart(TakeUpTo(T, u'"'), Denominator);
   if (!Read || Denominator == 0) return 0;
   const TExact Length = Feet * 12 + Inches + Numerator / Denominator;
-  return Negative ? TExact(-Length) : Length;
+  return Negative ? -Length : Length;
 }
 
 bool IsImperialNum(std::u16string_view Text, bool ExcludeIntegers) {

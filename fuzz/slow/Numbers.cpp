@@ -11,8 +11,7 @@ namespace unitlib::fuzz::slow {
 namespace {
 
 TExact PowerOf10(int Exponent) {
-  TWhole Power = boost::multiprecision::pow(TWhole(10), static_cast<unsigned>(std::abs(Exponent)));
-  return Exponent < 0 ? TExact(1, Power) : TExact(Power);
+  return TExact::Power(10, Exponent);
 }
 
 /// The exact value of digits, point and exponent; the exponent of a double's text is small enough to write
@@ -29,11 +28,9 @@ TExact ExactDecimal(const std::string& Body) {
     Digits += Body[I];
     Scale += BehindPoint;
   }
-  const std::size_t First = Digits.find_first_not_of('0');
-  const TWhole Number(First == std::string::npos ? std::string("0") : Digits.substr(First));
   const int Exponent = I < Body.size() ? std::atoi(Body.c_str() + I + 1) : 0;
-  const TExact Value = TExact(Number) * PowerOf10(Exponent - Scale);
-  return Negative ? TExact(-Value) : Value;
+  const TExact Value = TExact::OfDigits(Digits) * PowerOf10(Exponent - Scale);
+  return Negative ? -Value : Value;
 }
 
 /// 15 significant digits: 0.d1d2d3... x 10^Exponent, zeros at the end cut.
@@ -59,14 +56,14 @@ TDigits Fifteen(const TExact& Value) {
   if (Value == 0) return Result;
   Result.Negative = Value < 0;
   const TExact Size = Absolute(Value);
-  int Exponent = static_cast<int>(TWhole(numerator(Size)).str().size()) -
-                 static_cast<int>(TWhole(denominator(Size)).str().size()) + 1;
+  int Exponent = 0;
+  if (Size >= 1) Exponent = static_cast<int>(Size.WholeText().size());
   while (Size < PowerOf10(Exponent - 1)) --Exponent;
   const TExact Scaled = Size * PowerOf10(15 - Exponent);
-  TWhole Whole = Truncated(Scaled);
-  const TExact Twice = (Scaled - TExact(Whole)) * 2;
-  if (Twice > 1 || (Twice == 1 && Whole % 2 != 0)) ++Whole;
-  Result.Digits = Whole.str();
+  TExact Whole = Scaled.Truncated();
+  const TExact Twice = (Scaled - Whole) * 2;
+  if (Twice > 1 || (Twice == 1 && !(Whole / 2).IsWhole())) Whole += 1;
+  Result.Digits = Whole.WholeText();
   Result.Exponent = Exponent + static_cast<int>(Result.Digits.size()) - 15;
   Result.Digits.erase(Result.Digits.find_last_not_of('0') + 1);
   return Result;
@@ -120,45 +117,15 @@ bool IsInt64(std::u16string_view Text) {
          Value <= TExact(std::numeric_limits<std::int64_t>::max());
 }
 
-double ToDouble(const TExact& Exact) {
-  if (Exact == 0) return 0;
-  TWhole Above = boost::multiprecision::abs(numerator(Exact)), Below = denominator(Exact);
-  // The quotient with 64 bits, the last one set when anything is left: converting that rounds but once.
-  const int Shift = 64 - (static_cast<int>(msb(Above)) - static_cast<int>(msb(Below)));
-  if (Shift >= 0)
-    Above <<= static_cast<unsigned>(Shift);
-  else
-    Below <<= static_cast<unsigned>(-Shift);
-  TWhole Quotient, Rest;
-  boost::multiprecision::divide_qr(Above, Below, Quotient, Rest);
-  const int Extra = static_cast<int>(msb(Quotient)) - 63;
-  if (Extra > 0) {
-    const TWhole Whole = Quotient;
-    Quotient >>= static_cast<unsigned>(Extra);
-    if ((Quotient << static_cast<unsigned>(Extra)) != Whole) Rest = 1;
-  }
-  auto Bits = static_cast<std::uint64_t>(Quotient);
-  if (Rest != 0) Bits |= 1;
-  const double Size = std::ldexp(static_cast<double>(Bits), std::max(Extra, 0) - Shift);
-  return Exact < 0 ? -Size : Size;
-}
-
 TExact ExactOf(double Value) {
   if (!std::isfinite(Value)) std::abort();
   int Exponent = 0;
   const double Mantissa = std::frexp(Value, &Exponent);
-  const TWhole Bits(static_cast<std::int64_t>(std::ldexp(Mantissa, 53)));
-  Exponent -= 53;
-  const TWhole Power = TWhole(1) << static_cast<unsigned>(std::abs(Exponent));
-  return Exponent < 0 ? TExact(Bits, Power) : TExact(Bits * Power);
+  return TExact(static_cast<std::int64_t>(std::ldexp(Mantissa, 53))) * TExact::Power(2, Exponent - 53);
 }
 
 TExact Absolute(const TExact& Value) {
-  return Value < 0 ? TExact(-Value) : Value;
-}
-
-TWhole Truncated(const TExact& Value) {
-  return numerator(Value) / denominator(Value);
+  return Value < 0 ? -Value : Value;
 }
 
 std::u16string GeneralText(double Value) {
@@ -177,12 +144,12 @@ std::u16string PlainText(const TExact& Value) {
   return Wide(Number.Digits.empty() ? "0" : Placed(Number));
 }
 
-TWhole RoundClassic(const TExact& Value) {
-  static const TExact NearlyHalf = TExact(1, 2) - TExact(1, TWhole("1000000000000"));
+TExact RoundClassic(const TExact& Value) {
+  static const TExact NearlyHalf = TExact(1, 2) - PowerOf10(-12);
   const TExact Size = Absolute(Value);
-  TWhole Whole = Truncated(Size);
-  if (Size - TExact(Whole) >= NearlyHalf) ++Whole;
-  return Value < 0 ? TWhole(-Whole) : Whole;
+  TExact Whole = Size.Truncated();
+  if (Size - Whole >= NearlyHalf) Whole += 1;
+  return Value < 0 ? -Whole : Whole;
 }
 
 std::u16string Wide(const std::string& Ascii) {

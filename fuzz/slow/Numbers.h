@@ -1,16 +1,13 @@
 /// Numbers and their texts for the oracles: exact fractions, and the C library where a double is needed.
 #pragma once
 
-#include <boost/multiprecision/cpp_int.hpp>
+#include "fuzz/slow/Exact.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace unitlib::fuzz::slow {
-
-using TExact = boost::multiprecision::cpp_rational;
-using TWhole = boost::multiprecision::cpp_int;
 
 /// What a number text says.
 struct TRead {
@@ -24,13 +21,12 @@ TRead ReadNumber(std::u16string_view Text);
 bool IsNumeric(std::u16string_view Text);
 bool IsInt64(std::u16string_view Text);
 
-/// The nearest double, halves to even; an infinity beyond the range.
-double ToDouble(const TExact& Exact);
+inline double ToDouble(const TExact& Exact) {
+  return Exact.ToDouble();
+}
 /// errors      aborts for what is not finite
 TExact ExactOf(double Value);
 TExact Absolute(const TExact& Value);
-/// Towards zero.
-TWhole Truncated(const TExact& Value);
 
 /// General text: 15 significant digits, exponent form outside 0.00001 .. 999999999999999.
 std::u16string GeneralText(double Value);
@@ -40,7 +36,7 @@ std::u16string PlainText(double Value);
 std::u16string PlainText(const TExact& Value);
 
 /// Nearest whole number, halves away from zero; what lies within 1e-12 of a half counts as the half.
-TWhole RoundClassic(const TExact& Value);
+TExact RoundClassic(const TExact& Value);
 
 std::u16string Wide(const std::string& Ascii);
 std::u16string Trimmed(std::u16string_view Text);

@@ -80,7 +80,7 @@ bool IsSkipped(const std::u16string& Token) {
 TExact Feet(const std::u16string& Token) {
   if (IsEndWithSymbol(Token)) {
     const TRead Number = ReadNumber(std::u16string_view(Token).substr(0, Token.size() - 1));
-    if (Number.Ok) return Token.back() == u'"' ? TExact(Number.Exact / 12) : Number.Exact;
+    if (Number.Ok) return Token.back() == u'"' ? Number.Exact / 12 : Number.Exact;
   }
   return ExactInches(Token) / 12;
 }

@@ -94,9 +94,7 @@ bool BaseIsValid(const TUnitSetup& Unit, std::u16string_view Text) {
 TValue AsFractionDouble(std::u16string_view Text, int ScaleIndex) {
   const TExact Inches = ExactInches(Text);
   const TExact Base = Inches * TExact(254, 10);
-  const TExact Stored =
-      Base /
-      TExact(boost::multiprecision::pow(TWhole(10), static_cast<unsigned>(MScaleExponent(ScaleIndex))));
+  const TExact Stored = Base / TExact::Power(10, MScaleExponent(ScaleIndex));
   // Whole inches and binary fractions are exact, so that their length is rounded once.
   const bool IsExact = ExactOf(ToDouble(Inches)) == Inches && ExactOf(ToDouble(Inches * 127)) == Inches * 127;
   return {ToDouble(Stored), !IsExact};
@@ -112,9 +110,9 @@ int DecimalsOf(std::u16string_view Text) {
   return Point == Text.npos ? 0 : static_cast<int>(Text.size() - Point - 1);
 }
 
-bool FitsInt64(const TWhole& Value) {
-  return Value >= std::numeric_limits<std::int64_t>::min() &&
-         Value <= std::numeric_limits<std::int64_t>::max();
+bool FitsInt64(const TExact& Value) {
+  return Value >= TExact(std::numeric_limits<std::int64_t>::min()) &&
+         Value <= TExact(std::numeric_limits<std::int64_t>::max());
 }
 
 TExact NumberOf(std::u16string_view Text) {
@@ -128,8 +126,8 @@ std::u16string DecimalRoundOff(const TUnitSetup& Unit, const TExact& Value, TFla
   const TExact Increment = IncrementText.empty() ? TExact(1) : NumberOf(IncrementText);
   TExact Shown = Value;
   if (!Flags.NoRound && Increment != 0) {
-    const TWhole Count = RoundClassic(Value / Increment);
-    if (FitsInt64(Count)) Shown = TExact(Count) * Increment; // otherwise too fine to round to
+    const TExact Count = RoundClassic(Value / Increment);
+    if (FitsInt64(Count)) Shown = Count * Increment; // otherwise too fine to round to
   }
   const std::u16string Number = PlainText(Shown);
   std::u16string Result = Number;
@@ -163,19 +161,20 @@ TFraction GetFenZiFenMu(const TUnitSetup& Unit) {
   return Result;
 }
 
-TWhole FittingInt64(const TWhole& Value) {
+TExact FittingInt64(const TExact& Value) {
   if (!FitsInt64(Value)) Refuse(TRefusal::Range);
   return Value;
 }
 
-TWhole RoundedInches(const TFraction& Increment, const TExact& Value) {
+TExact RoundedInches(const TFraction& Increment, const TExact& Value) {
   const TExact Step = Increment.Numerator / Increment.Denominator;
-  return FittingInt64(Truncated(TExact(FittingInt64(RoundClassic(Value / Step))) * Step));
+  return FittingInt64((FittingInt64(RoundClassic(Value / Step)) * Step).Truncated());
 }
 
-TWhole Gcd(TWhole A, TWhole B) {
+/// Euclid, with a remainder that takes the sign of A.
+TExact Gcd(TExact A, TExact B) {
   while (B != 0) {
-    TWhole Rest = A % B; // takes the sign of A
+    const TExact Rest = A - (A / B).Truncated() * B;
     A = B;
     B = Rest;
   }
@@ -183,41 +182,41 @@ TWhole Gcd(TWhole A, TWhole B) {
 }
 
 std::u16string FractionPart(const TFraction& Increment, const TExact& Rest) {
-  const TWhole S = FittingInt64(Truncated(Increment.Denominator / Increment.Numerator));
-  const TWhole K = FittingInt64(RoundClassic(TExact(S) * Rest));
+  const TExact S = FittingInt64((Increment.Denominator / Increment.Numerator).Truncated());
+  const TExact K = FittingInt64(RoundClassic(S * Rest));
   if (K <= 0) return {};
-  const TWhole G = Gcd(S, K);
-  return Wide(" " + TWhole(K / G).str() + "/" + TWhole(S / G).str());
+  const TExact G = Gcd(S, K);
+  return Wide(" " + (K / G).WholeText() + "/" + (S / G).WholeText());
 }
 
 /// trunc(numerator / denominator); none for an increment with a bar.
-bool WholeIncrement(const TFraction& Increment, TWhole& Whole) {
-  if (!Increment.HasBar) Whole = FittingInt64(Truncated(Increment.Numerator / Increment.Denominator));
+bool WholeIncrement(const TFraction& Increment, TExact& Whole) {
+  if (!Increment.HasBar) Whole = FittingInt64((Increment.Numerator / Increment.Denominator).Truncated());
   return !Increment.HasBar;
 }
 
 bool RoundsToFeet(const TFraction& Increment) {
-  TWhole Whole;
-  return WholeIncrement(Increment, Whole) && Whole % 12 == 0;
+  TExact Whole;
+  return WholeIncrement(Increment, Whole) && (Whole / 12).IsWhole();
 }
 
 std::u16string FeetInchRoundOff(const TUnitSetup& Unit, const TExact& Value) {
   const TFraction Increment = GetFenZiFenMu(Unit);
-  const TWhole T = RoundedInches(Increment, Value), F = T / 12, I = T - 12 * F;
-  const std::u16string Feet = Wide(F.str()) + u"'";
+  const TExact T = RoundedInches(Increment, Value), F = (T / 12).Truncated(), I = T - 12 * F;
+  const std::u16string Feet = Wide(F.WholeText()) + u"'";
   if (RoundsToFeet(Increment)) return Feet;
   std::u16string Result;
   if (!(F == 0 && Unit.Suppress0Feet)) Result = Unit.SuppressSpace ? Feet : Feet + u" ";
-  Result += Wide(I.str());
-  TWhole Whole;
+  Result += Wide(I.WholeText());
+  TExact Whole;
   const bool WholeInches = WholeIncrement(Increment, Whole) && Whole > 0 && Whole < 12;
-  return WholeInches ? Result : Result + FractionPart(Increment, Value - TExact(T));
+  return WholeInches ? Result : Result + FractionPart(Increment, Value - T);
 }
 
 std::u16string FractionalInchRoundOff(const TUnitSetup& Unit, const TExact& Value) {
   const TFraction Increment = GetFenZiFenMu(Unit);
-  const TWhole W = RoundedInches(Increment, Value);
-  return Wide(W.str()) + FractionPart(Increment, Value - TExact(W));
+  const TExact W = RoundedInches(Increment, Value);
+  return Wide(W.WholeText()) + FractionPart(Increment, Value - W);
 }
 
 std::u16string SymbolPart(const TUnitSetup& Unit, TKind Kind, TFlags Flags) {
