@@ -19,12 +19,14 @@ const TTarget* FindTarget(std::string_view Name);
 /// Prints one line for every target.
 void ListTargets();
 
+void RunCapi(TInput& Input);
 void RunCsv(TInput& Input);
 void RunDigitGroups(TInput& Input);
 void RunElevation(TInput& Input);
 void RunExpression(TInput& Input);
 void RunImperial(TInput& Input);
 void RunReplaceImperial(TInput& Input);
+void RunSettings(TInput& Input);
 void RunUnits(TInput& Input);
 
 } // namespace unitlib::fuzz
