@@ -11,7 +11,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <iterator>
+#include <vector>
 
 namespace unitlib::fuzz {
 namespace {
@@ -19,18 +21,33 @@ namespace {
 constexpr int MostCalls = 40;
 constexpr std::int32_t Codes[] = {0, 7, 3, 1, -1, 2, 42};
 
-/// The first configuration and four measures of the factory settings: enough, and fast to load.
+std::size_t Behind(const std::string& Text, std::string_view Mark, std::size_t From) {
+  return Text.find(Mark, From) + Mark.size();
+}
+
+/// The factory settings, cut down to what loads fast: the first configuration with four measures, and of each
+/// measure the first two units and the last one.
+std::string SmallSettings(std::string Xml) {
+  std::size_t End = 0;
+  for (int I = 0; I < 4; ++I) {
+    const std::size_t Second = Behind(Xml, "</Unit>", Behind(Xml, "</Unit>", End));
+    Xml.erase(Second, Xml.rfind("<Unit ", Xml.find("</Measurement>", Second)) - Second);
+    End = Behind(Xml, "</Measurement>", Second);
+  }
+  Xml.erase(End, Xml.find("</Config>", End) - End);
+  const std::size_t Config = Behind(Xml, "</Config>", End);
+  Xml.erase(Config, Xml.find("</TemplateConfig>") - Config);
+  return Xml.replace(Xml.find("\"-1\""), 4, "\"0\""); // a choice, so that loading does not save
+}
+
 const std::string& SettingsFile() {
   static const std::string Path = [] {
+    // Nothing may be written outside: the working copy goes beside the settings.
+    for (const auto Set : {ul_set_common_documents_path_u8, ul_set_exe_path_u8})
+      if (Set(WorkPath("").c_str(), UL_TO_NUL) != UL_OK) Fail("no folders");
     const std::string File = WorkPath("small.xml");
     if (ul_generate_default_config_file_u8(File.c_str(), UL_TO_NUL) != UL_OK) Fail("no factory settings");
-    std::string Xml = ReadFile(File);
-    std::size_t Cut = 0;
-    for (int I = 0; I < 4; ++I) Cut = Xml.find("</Measurement>", Cut) + 14;
-    Xml.erase(Cut, Xml.find("</Config>", Cut) - Cut);
-    Cut = Xml.find("</Config>") + 9;
-    Xml.erase(Cut, Xml.find("</TemplateConfig>") - Cut);
-    WriteFile(File, Xml);
+    WriteFile(File, SmallSettings(ReadFile(File)));
     return File;
   }();
   return Path;
@@ -40,14 +57,20 @@ class TCalls {
 public:
   explicit TCalls(TInput& Input) : FInput(Input) {}
 
+  /// Settings that no call has changed stay loaded for the next run: loading takes longer than all the rest.
   void Run() {
     ClearTrace();
-    Load();
-    for (int I = 0; I < MostCalls && !FInput.AtEnd(); ++I)
-      (this->*Functions[FInput.Below(std::size(Functions))])();
-    CheckSavedModel();
+    static bool IsFresh = false;
+    if (!IsFresh) Load();
+    for (int I = 0; I < MostCalls && !FInput.AtEnd(); ++I) {
+      const TFunction Function = Functions[FInput.Below(std::size(Functions))];
+      (this->*Function)();
+      FChanged =
+          FChanged || std::find(std::begin(Changing), std::end(Changing), Function) != std::end(Changing);
+    }
+    if (FChanged) CheckSavedModel();
+    IsFresh = !FChanged;
     Checked(ul_detach_refresh_unit(Listener, this));
-    Checked(ul_free_unit_system());
   }
 
 private:
@@ -499,14 +522,14 @@ private:
   void Arguments() {
     Trace("arguments that cannot be");
     const TTextIn Text(FInput);
-    std::int32_t Valid = 5;
+    std::int32_t Valid = 5, Needed = 5;
     for (const std::int32_t Length : {-2, INT32_MIN, 1})
       if (Checked(ul_check_display(0, nullptr, Length, &Valid)) != UL_ERROR_ARGUMENT) FailCall("a null text");
-    if (Checked(ul_get_display_value(Text.Wide(), -2, nullptr, 0, nullptr)) != UL_ERROR_ARGUMENT)
+    if (Checked(ul_get_display_value(Text.Wide(), -2, nullptr, 0, &Needed)) != UL_ERROR_ARGUMENT)
       FailCall("a length below zero");
-    if (Checked(ul_get_display_value_u8("\xC0\x80", 2, nullptr, 0, nullptr)) != UL_ERROR_ENCODING)
+    if (Checked(ul_get_display_value_u8("\xC0\x80", 2, nullptr, 0, &Needed)) != UL_ERROR_ENCODING)
       FailCall("an overlong character");
-    if (Checked(ul_get_display_value(nullptr, 0, nullptr, 5, nullptr)) != UL_ERROR_ARGUMENT)
+    if (Checked(ul_get_display_value(nullptr, 0, nullptr, 5, &Needed)) != UL_ERROR_ARGUMENT)
       FailCall("no buffer of 5");
     const auto Dialogs = ResultOf<std::int32_t>("dialogs_available", ul_dialogs_available);
     std::int32_t Outcome = 9;
@@ -515,10 +538,21 @@ private:
       FailCall("a dialog");
   }
 
+  /// Asking about the last error changes nothing about it, not even when the question is wrong.
   void LastErrorText() {
+    Trace("last_error_text");
     const std::int32_t Part = FInput.Integer();
-    TextOut("last_error_text", [&](auto* B, auto C, auto* N) { return ul_last_error_text(Part, B, C, N); },
-            {});
+    ul_error Before{}, After{};
+    std::int32_t Needed = -7;
+    if (ul_last_error(&Before) != UL_OK) FailCall("no last error");
+    const ul_status Status = ul_last_error_text(Part, nullptr, 0, &Needed);
+    const bool IsPart = Part >= UL_LAST_MESSAGE && Part <= UL_LAST_ATTRIBUTE;
+    if (Status != (IsPart ? UL_BUFFER_TOO_SMALL : UL_ERROR_ARGUMENT)) FailCall("status " + Show(Status));
+    std::vector<ul_char16> Buffer(static_cast<std::size_t>(std::max(Needed, 1)), u'#');
+    if (IsPart && (ul_last_error_text(Part, Buffer.data(), Needed, &Needed) != UL_OK || Buffer.back() != 0))
+      FailCall("the text of the last error does not fit where it said");
+    if (ul_last_error(&After) != UL_OK || std::memcmp(&Before, &After, sizeof Before) != 0)
+      FailCall("another last error after asking about it");
   }
 
   using TFunction = void (TCalls::*)();
@@ -552,7 +586,11 @@ private:
                                             &TCalls::Arguments,
                                             &TCalls::LastErrorText};
 
+  static constexpr TFunction Changing[] = {&TCalls::Free,         &TCalls::Choose,    &TCalls::ChooseByText,
+                                           &TCalls::SetIncrement, &TCalls::SetSwitch, &TCalls::Restore};
+
   TInput& FInput;
+  bool FChanged = false;
   int FFired = 0;
 };
 
