@@ -34,5 +34,8 @@ function(unitlib_flags)
         -fno-sanitize-recover=all)
       target_link_options(${target} PRIVATE -fsanitize=${UNITLIB_SANITIZE})
     endif()
+    if(UNITLIB_BUILD_FUZZ)
+      target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link) # what libFuzzer steers by
+    endif()
   endforeach()
 endfunction()

@@ -9,12 +9,12 @@
 namespace unitlib::app {
 namespace {
 
-constexpr std::size_t ReadSize = std::size_t{256} << 10;
 constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 
 } // namespace
 
-TCsvReader::TCsvReader(TByteSource& Source, std::size_t MaxRecord) : FSource(Source), FMaxRecord(MaxRecord) {}
+TCsvReader::TCsvReader(TByteSource& Source, std::size_t MaxRecord, std::size_t ReadSize)
+    : FSource(Source), FMaxRecord(MaxRecord), FReadSize(ReadSize) {}
 
 bool TCsvReader::Fill() {
   if (FAtEnd) return false;
@@ -28,7 +28,7 @@ bool TCsvReader::Fill() {
     FEnd -= FBegin;
     FBegin = 0;
   }
-  if (FBuffer.size() < FEnd + ReadSize) FBuffer.resize(std::max(FBuffer.size() * 2, FEnd + ReadSize));
+  if (FBuffer.size() < FEnd + FReadSize) FBuffer.resize(std::max(FBuffer.size() * 2, FEnd + FReadSize));
   const std::size_t Got = FSource.Read(FBuffer.data() + FEnd, FBuffer.size() - FEnd);
   FAtEnd = Got == 0;
   FEnd += Got;

@@ -25,7 +25,9 @@ class TCsvReader {
 public:
   static constexpr std::size_t DefaultMaxRecord = std::size_t{16} << 20;
 
-  explicit TCsvReader(TByteSource& Source, std::size_t MaxRecord = DefaultMaxRecord);
+  /// ReadSize    bytes asked of the source at a time
+  explicit TCsvReader(TByteSource& Source, std::size_t MaxRecord = DefaultMaxRecord,
+                      std::size_t ReadSize = std::size_t{256} << 10);
 
   /// The next record; false at the end of the source.
   /// errors      EFileError; EConvertError a record is larger than MaxRecord; Text() is its line
@@ -49,6 +51,7 @@ private:
 
   TByteSource& FSource;
   std::size_t FMaxRecord;
+  std::size_t FReadSize;
   std::string FBuffer;
   std::size_t FBegin = 0;   // first byte not handed out
   std::size_t FEnd = 0;     // behind the last byte read

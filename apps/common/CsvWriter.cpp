@@ -2,8 +2,17 @@
 
 namespace unitlib::app {
 
+namespace {
+
+/// A field that starts with the mark of UTF-8 would, as the first of a file, be taken for that mark.
+bool NeedsQuotes(std::string_view Field) {
+  return Field.find_first_of(",\"\r\n") != std::string_view::npos || Field.starts_with("\xEF\xBB\xBF");
+}
+
+} // namespace
+
 void AppendCsvField(std::string& Out, std::string_view Field) {
-  if (Field.find_first_of(",\"\r\n") == std::string_view::npos) {
+  if (!NeedsQuotes(Field)) {
     Out.append(Field);
     return;
   }

@@ -7,7 +7,7 @@
 
 namespace unitlib::app {
 
-/// Appends a field, in quotes where it holds a comma, a quote or a line break.
+/// Appends a field, in quotes where it holds a comma, a quote or a line break, or starts with a UTF-8 mark.
 ///   5' 6"   becomes   "5' 6"""
 void AppendCsvField(std::string& Out, std::string_view Field);
 

@@ -165,6 +165,12 @@ TEST(CsvWriter, QuotesWhereNeeded) {
   }
 }
 
+TEST(CsvWriter, ATextThatStartsLikeAMarkIsNoMarkOfTheFile) {
+  std::string Out;
+  AppendCsvRecord(Out, {"\xEF\xBB\xBF/"});
+  EXPECT_EQ(Out, "\"\xEF\xBB\xBF/\"");
+}
+
 TEST(CsvWriter, ASingleEmptyFieldIsNoEmptyLine) {
   std::string Out;
   AppendCsvRecord(Out, {""});

@@ -147,6 +147,7 @@ INSTANTIATE_TEST_SUITE_P(
                     TFeetRow{"WholeFeet", 66.5, u"12", false, false, u"6'"},
                     TFeetRow{"TwoFeet", 66.5, u"24", false, false, u"6'"},
                     TFeetRow{"ZeroFeetStay", 3, u"12", true, false, u"0'"},
+                    TFeetRow{"ZeroInUncountableSteps", 0, u"1e-84", false, false, u"0'"},
                     TFeetRow{"Negative", -66.5, u"1/16", false, false, u"-5' 6 1/2\""},
                     TFeetRow{"CarryIntoFoot", 11.99, u"1/8", false, false, u"1' 0\""},
                     TFeetRow{"ExactFeet", 60, u"1/16", false, false, u"5' 0\""},

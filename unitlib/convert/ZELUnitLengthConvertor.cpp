@@ -60,11 +60,11 @@ struct TIncrement {
   TExactNumber Denominator;
 };
 
-TFractionSplit SplitLength(double Inches, const TIncrement& Increment) {
+TFractionSplit SplitLength(double Inches, const TIncrement& Increment, bool WithFraction = true) {
   RequireFiniteLength(Inches);
   RequireNotZero(Increment.Numerator);
   RequireNotZero(Increment.Denominator);
-  return SplitByFraction(std::fabs(Inches), Increment.Numerator, Increment.Denominator);
+  return SplitByFraction(std::fabs(Inches), Increment.Numerator, Increment.Denominator, WithFraction);
 }
 
 void AppendFraction(TStringBuilder& Builder, const TFractionSplit& Split) {
@@ -167,9 +167,9 @@ void TFeetAndFractionalInchParser::AppendSymbol(TStringBuilder& Builder) const {
 void TFeetAndFractionalInchParser::RoundOff(double Value, TStringBuilder& Builder, bool, bool) const {
   constexpr std::int64_t InchesPerFoot = 12;
   const TIncrement Increment(IncrementText(*GetUnit()));
-  const TFractionSplit Split = SplitLength(Value, Increment);
-  const std::int64_t Feet = Split.Whole / InchesPerFoot;
   const bool WholeFeet = Increment.IsWholeFeet();
+  const TFractionSplit Split = SplitLength(Value, Increment, !WholeFeet);
+  const std::int64_t Feet = Split.Whole / InchesPerFoot;
   if (WholeFeet || Feet != 0 || !GetUnit()->Suppress0Feet.Checked) {
     AppendInteger(Builder, Feet);
     Builder.append(_SUnitFeet1);

@@ -139,7 +139,8 @@ std::optional<TDecimal15> RoundToMultipleExact(double Value, const TExactNumber&
   return ToDecimal15(Product.str(), static_cast<int>(Decimal.Exponent));
 }
 
-TFractionSplit SplitExact(double Value, const TExactNumber& Numerator, const TExactNumber& Denominator) {
+TFractionSplit SplitExact(double Value, const TExactNumber& Numerator, const TExactNumber& Denominator,
+                          bool WithSteps) {
   const TRatio PerOne = ExactOf(Denominator) / ExactOf(Numerator);
   const TRatio Exact = ExactOf(Value);
   const TBigInt Count = RoundClassicExact(Exact * PerOne);
@@ -147,6 +148,7 @@ TFractionSplit SplitExact(double Value, const TExactNumber& Numerator, const TEx
   TFractionSplit Result;
   const TRatio Rounded = TRatio{Count, 1} / PerOne;
   Result.Whole = ToInt64(Rounded.Num / Rounded.Den, Value);
+  if (!WithSteps) return Result;
   Result.StepsPerOne = ToInt64(PerOne.Num / PerOne.Den, Value);
   const TRatio Rest{Exact.Num - Exact.Den * Result.Whole, Exact.Den};
   Result.Steps = ToInt64(RoundClassicExact(Rest * TRatio{Result.StepsPerOne, 1}), Value);
@@ -245,10 +247,11 @@ std::optional<TDecimal15> RoundToMultiple(double Value, const TExactNumber& Step
   return RoundToMultipleExact(Value, Step);
 }
 
-TFractionSplit SplitByFraction(double Value, const TExactNumber& Numerator, const TExactNumber& Denominator) {
+TFractionSplit SplitByFraction(double Value, const TExactNumber& Numerator, const TExactNumber& Denominator,
+                               bool WithSteps) {
   if (IsWhole(Numerator) && IsWhole(Denominator))
     if (const auto Result = SplitWhenClear(Value, Numerator, Denominator)) return *Result;
-  return SplitExact(Value, Numerator, Denominator);
+  return SplitExact(Value, Numerator, Denominator, WithSteps);
 }
 
 std::int64_t TruncQuotient(const TExactNumber& Numerator, const TExactNumber& Denominator) {

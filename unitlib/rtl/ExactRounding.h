@@ -45,8 +45,10 @@ struct TFractionSplit {
 };
 
 /// Splits Value >= 0. Neither Numerator nor Denominator may be zero.
+/// WithSteps   the fraction behind Whole is asked for, too: its steps must fit then
 /// errors      ERangeError a part does not fit a 64-bit integer
-TFractionSplit SplitByFraction(double Value, const TExactNumber& Numerator, const TExactNumber& Denominator);
+TFractionSplit SplitByFraction(double Value, const TExactNumber& Numerator, const TExactNumber& Denominator,
+                               bool WithSteps = true);
 
 /// trunc(Numerator / Denominator).
 /// errors      ERangeError it does not fit a 64-bit integer
