@@ -142,8 +142,7 @@ const TRefused Refused[] = {
     {"length_as_area", CYAmInch, Area, u"5'", "5 feet is a length; here is an area needed"},
     {"not_a_number", CYStandMetric, ResultLength, u"NaN", "neither a number nor a unit"},
     {"infinity", CYStandMetric, ResultLength, u"INF", "neither a number nor a unit"},
-    {"result_too_large", CYStandMetric, ResultLength, u"100000000000000*100000000000000",
-     "too big"},
+    {"result_too_large", CYStandMetric, ResultLength, u"100000000000000*100000000000000", "too big"},
     {"unknown_measure", CYAmInch, 42, u"1", "measure 42 is not in the unit settings"},
 };
 

@@ -9,6 +9,13 @@ constexpr bool IsOneOf(std::u16string_view Set, char16_t C) noexcept {
   return Set.find(C) != std::u16string_view::npos;
 }
 
+/// Digits of other scripts, which are not read: Arabic, Persian, Devanagari, Bengali, Thai.
+bool IsOtherDigit(char16_t C) noexcept {
+  for (const char16_t Zero : {u'\u0660', u'\u06F0', u'\u0966', u'\u09E6', u'\u0E50'})
+    if (C >= Zero && C < Zero + 10) return true;
+  return false;
+}
+
 } // namespace
 
 bool IsBlank(char16_t C) noexcept {
@@ -38,6 +45,8 @@ bool IsLetter(char16_t C) noexcept {
   if (C < 0x80) return UpperAscii(C) >= u'A' && UpperAscii(C) <= u'Z';
   if (C >= 0x2000 && C <= 0x2BFF) return false; // punctuation, superscripts, currency, arrows, mathematics
   if (C >= 0x3000 && C <= 0x303F) return false; // ideographic blanks and brackets
+  if (C >= 0x02B0 && C <= 0x036F) return false; // modifiers that look like marks, accents by themselves
+  if (IsOtherDigit(C)) return false;
   if (C >= 0xD800 && C <= 0xF8FF) return false; // halves of pairs, private use
   if (C >= 0xFE00) return UpperAscii(PlainWidth(C)) >= u'A' && UpperAscii(PlainWidth(C)) <= u'Z';
   return C >= 0xC0 && C != 0xD7 && C != 0xF7 && !IsFootMark(C) &&

@@ -46,8 +46,10 @@ bool TakesFraction(const TQuantity& Quantity) {
 /// True when the dash between two quantities may join them to one as well as take away.
 bool IsAmbiguous(const TLeftSide& Left, const TQuantity& Right, const TField& Field) {
   const bool Inches = Right.IsInchesOnly() || Right.IsPlain();
+  if (Left.Quantity.IsFeetOnly() && Right.IsPlain()) return true;
+  if (Left.Quantity.IsWholeNumber() && Right.IsInchesOnly()) return true; // 5-6"
   if (Left.Quantity.IsFeetOnly() && Inches && Right.Parts.front().Value < 12)
-    return !Left.Negative || Right.IsPlain(); // -5'-6" is -66 inches either way
+    return !Left.Negative; // -5'-6" is -66 inches either way
   if (IsProperFraction(Right) && TakesFraction(Left.Quantity) && Inches &&
       (Right.IsInchesOnly() || Field.IsImperialLength))
     return true;

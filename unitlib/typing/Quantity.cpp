@@ -100,9 +100,9 @@ private:
     if (Bar.Char == FractionSlash && Top.Value.Num() >= Bottom.Value.Num()) RefuseRunTogether(Top, Bottom);
     FAt += 3;
     RequireNoSecondSlash();
-    const bool Proper = Top.Value.Num() < Bottom.Value.Num();
-    if (!Proper && !Is(Unit) && !FField.IsImperialLength && !FField.IsExpression())
-      Refuse(TTypedProblem::Fraction, Top.Begin, u"a fraction above one needs its unit");
+    // 61/2 may be 6 1/2 with its blank lost. The facade has its own reading where it takes the text.
+    if (!(Top.Value.Num() < Bottom.Value.Num()) && (Is(Unit) || !FField.IsImperialLength))
+      Refuse(TTypedProblem::Fraction, Top.Begin, u"a fraction above one");
     TPart Part;
     Part.Value = Top.Value / Bottom.Value;
     Part.Words = FractionWords(Top.Value.Num(), Bottom.Value.Num());

@@ -157,7 +157,7 @@ private:
     Token.BlankBefore = FBlank;
     Token.Text = Read.Text;
     Token.HasPoint = Run.find(u'.') != Run.npos || Read.DecimalComma;
-    if (Read.Grouped) Token.HasPoint = Read.Text.find(u'.') != Run.npos;
+    if (Read.Grouped) Token.HasPoint = Read.Text.find(u'.') != Run.npos || Run.back() == u'.';
     RequireFewDigits(Token);
     Token.Value = ValueOf(Token.Text);
     if (Read.Grouped || Blanks) AddNote(FNotes, u"digits read in groups");
@@ -214,10 +214,15 @@ private:
   TToken NextMark() {
     if (!BehindNumber()) Refuse(TTypedProblem::NotANumber, FAt, u"a mark without a number before it");
     const bool IsInch = IsInchMark(Raw());
-    const bool Doubled = !IsInch && IsFootMark(Raw(1));
+    const bool Doubled = !IsInch && Raw(1) == Raw();
     const char16_t Behind = Raw(Doubled ? 2 : 1);
     if (IsFootMark(Behind) || IsInchMark(Behind))
       Refuse(TTypedProblem::Order, FAt, u"too many marks side by side");
+    // 10''-6": the key was hit twice, or not.
+    FDoubled = FDoubled || Doubled;
+    FInchMark = FInchMark || IsInch;
+    if (FDoubled && FInchMark)
+      Refuse(TTypedProblem::Ambiguous, FAt, u"two foot marks beside a real inch mark: feet or inches?");
     if (Doubled) AddNote(FNotes, u"two foot marks read as the inch mark");
     TToken Token = Take(Unit, Doubled ? 2 : 1);
     Token.Unit = &UnitAt(IsInch || Doubled ? Inch : Foot);
@@ -296,7 +301,8 @@ private:
     for (std::size_t Blank = Name.find(u' '); Blank != Name.npos; Blank = Name.find(u' ', Blank + 1)) {
       const std::u16string_view Rest = Name.substr(Blank + 1);
       const std::size_t Word = std::min(Rest.find(u' '), Rest.size());
-      if (Word > 1 && MatchUnit(Rest, FField.Options.Languages).Length >= Word)
+      const bool BehindDigit = IsDigit(Name[Blank - 1]);
+      if ((Word > 1 || BehindDigit) && MatchUnit(Rest, FField.Options.Languages).Length >= Word)
         Refuse(TTypedProblem::Name, FAt + Blank + 1, u"a unit inside a name");
     }
   }
@@ -316,6 +322,8 @@ private:
   std::vector<TToken> FTokens;
   std::size_t FAt = 0;
   bool FBlank = false;
+  bool FDoubled = false;  // two foot marks were met
+  bool FInchMark = false; // an inch mark was met
 };
 
 } // namespace
