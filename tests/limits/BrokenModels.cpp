@@ -3,6 +3,8 @@
 #include "unitlib/model/ZELUnitMgr.h"
 #include "unitlib/rtl/Text.h"
 
+#include <cstddef>
+#include <cstdlib>
 #include <limits>
 #include <stdexcept>
 
@@ -199,6 +201,18 @@ std::vector<TBrokenModel> BrokenModels() {
   for (const TTextRow& Row : Texts)
     for (const std::u16string& Value : TextValues())
       Models.push_back({Row.Name + (" " + Shown(Value)), [&Row, Value] { Row.Set(Value); }});
+  return Models;
+}
+
+std::vector<TBrokenModel> ModelsToWalk() {
+  const std::vector<TBrokenModel> All = BrokenModels();
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+  const std::size_t Step = std::getenv("UNITLIB_FULL_SIZE") ? 1 : 4;
+#else
+  const std::size_t Step = 1;
+#endif
+  std::vector<TBrokenModel> Models(All.begin(), All.begin() + static_cast<std::ptrdiff_t>(Lists.size()));
+  for (std::size_t I = Lists.size(); I < All.size(); I += Step) Models.push_back(All[I]);
   return Models;
 }
 

@@ -68,7 +68,7 @@ TEST_F(BrokenFile, TakesEveryFunction) {
   constexpr unsigned Seed = 20240823;
   capi_test::TArguments Arguments(Seed);
   std::map<ul_status, int> Seen;
-  for (const TBrokenModel& Model : BrokenModels()) {
+  for (const TBrokenModel& Model : ModelsToWalk()) {
     if (!Model.Loaded || !Write(Model)) continue;
     ul_status Status = ul_initial_unit_system_u8("broken.xml", UL_TO_NUL, UL_US_IMPERIAL, 0);
     ASSERT_EQ(Status, UL_OK) << Model.Name;
@@ -87,8 +87,8 @@ TEST_F(BrokenFile, TakesEveryFunction) {
   }
   for (const auto& [Status, Times] : Seen)
     std::cout << "[ measured ] status " << Status << ": " << Times << "\n";
-  EXPECT_GT(Seen[UL_OK], 10000) << "the arguments were not all wrong";
-  EXPECT_GT(Seen[UL_ERROR_CONVERT], 100);
+  EXPECT_GT(Seen[UL_OK], 1000) << "the arguments were not all wrong";
+  EXPECT_GT(Seen[UL_ERROR_CONVERT], 20);
 }
 
 } // namespace
