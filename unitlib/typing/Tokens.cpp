@@ -144,7 +144,15 @@ private:
     }
   }
 
+  /// 10',6": a separator, or six tenths?
+  void RequireNoLeadingMark() const {
+    if (IsDigit(At()) || !Behind(Unit) || FBlank) return;
+    Refuse(TTypedProblem::Ambiguous, FAt, u"a point or comma directly behind a unit", FAt, FAt + 1,
+           {u" ", u" 0."});
+  }
+
   TToken NextNumber() {
+    RequireNoLeadingMark();
     const std::size_t Begin = FAt;
     bool Blanks = false;
     const std::u16string Run = TakeRun(Blanks);
@@ -298,6 +306,9 @@ private:
 
   /// "five feet" was meant to be a length. Single letters may name anything.
   void RequireNoUnit(std::u16string_view Name) const {
+    const std::size_t First = std::min(Name.find(u' '), Name.size());
+    if (First > 1 && MatchUnit(Name.substr(0, First), FField.Options.Languages).Length == First)
+      Refuse(TTypedProblem::Name, FAt, u"a unit inside a name");
     for (std::size_t Blank = Name.find(u' '); Blank != Name.npos; Blank = Name.find(u' ', Blank + 1)) {
       const std::u16string_view Rest = Name.substr(Blank + 1);
       const std::size_t Word = std::min(Rest.find(u' '), Rest.size());
