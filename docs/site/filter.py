@@ -15,6 +15,9 @@ import sys
 # A link to a file that is no page of the site.
 FILE_LINK = re.compile(r"\[([^\]]+)\]\((?!https?:|[^)]*\.(?:md|png|svg)\b)[^)#\s]+\)")
 
+# A link to a heading, whose names doxygen makes up by itself: the link to the page stays.
+HEADING_LINK = re.compile(r"\[([^\]]+)\](?:\(#[^)]*\)|(\([\w./-]+\.md)#[^)]*(?=\)))")
+
 
 def code_span(match: re.Match[str]) -> str:
     text = html.escape(match[1], quote=False).replace("'", "&apos;").replace('"', "&quot;")
@@ -28,6 +31,7 @@ def markdown(text: str) -> str:
             fenced = not fenced
         elif not fenced:
             line = FILE_LINK.sub(r"\1", line)
+            line = HEADING_LINK.sub(lambda m: f"[{m[1]}]{m[2]}" if m[2] else m[1], line)
             line = re.sub(r"(?<!`)`([^`]*['\"][^`]*)`(?!`)", code_span, line)
             # A double quote would keep what follows it, up to the next one, from being Markdown.
             line = "".join(piece if piece.startswith(("<", "`")) else piece.replace('"', "&quot;")
