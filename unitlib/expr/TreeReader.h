@@ -1,7 +1,7 @@
 /// From a text to a tree: tokens, brackets and precedence. Behind TParser::Parse and GetNode.
 #pragma once
 
-#include "unitlib/expr/ZELUnitArthProcessor.h"
+#include "unitlib/expr/ExpressionTools.h"
 
 #include <memory>
 #include <string>
@@ -43,7 +43,7 @@ private:
   struct TToken {
     TTokenKind Kind;
     std::int32_t Point;  // where it starts
-    std::u16string Text; // operand, operator, or sign of a bracket
+    std::u16string_view Text; // operand, operator, or sign of a bracket; in the parser's text or in FText
   };
   struct TBracket {
     TSequence Content;
@@ -53,12 +53,19 @@ private:
   };
 
   TToken ReadToken();
-  TToken EndOrOperand(std::u16string Text, std::int32_t Point) const;
+  bool ReadPlainNumber(TToken& Token);
+  TToken EndOrOperand(std::int32_t Point) const;
   bool AtEnd() const noexcept;
   bool StandsForSign(std::int32_t Point) const noexcept;
   bool IsFractionBar(std::u16string_view Token) const;
   char16_t CharAt(std::int32_t Point) const noexcept {
     return FParser.FString[static_cast<size_t>(Point) - 1];
+  }
+
+  /// Current unit of lengths; the settings do not change while a text is read.
+  const TUnit& LengthUnit() const {
+    if (!FUnit) FUnit = &CurrentLengthUnit();
+    return *FUnit;
   }
 
   std::unique_ptr<TNode> NextNode();
@@ -69,6 +76,8 @@ private:
   void Fail(std::u16string_view Message, std::int32_t Point);
 
   TParser& FParser;
+  mutable const TUnit* FUnit = nullptr; // null: not asked for yet
+  std::u16string FText;                 // of a token whose characters do not all count
   const std::int32_t FEnd;       // end position of the text
   std::vector<TBracket> FOpen;   // innermost last
   std::int32_t FClosing = 0;     // ")" of the outermost open bracket
