@@ -1,4 +1,5 @@
-/// What must grow with the length of a text and no faster, and what must not grow with the number of measures.
+/// What must grow with the length of a text and no faster, and what must not grow with the number of
+/// measures.
 #include "bench/Row.h"
 #include "bench/Settings.h"
 #include "unitlib/convert/ZELUnitConvertor.h"
@@ -54,8 +55,8 @@ void AddMeasureCounts() {
         Next = Next + 1 == Codes.size() ? 0 : Next + 1;
       }
     };
-    Rows().push_back({"Look-up of a measure by its classify code", std::to_string(Count) + " measures", 100'000,
-                      Run, [Count] { HaveMeasures(Count); }});
+    Rows().push_back({"Look-up of a measure by its classify code", std::to_string(Count) + " measures",
+                      100'000, Run, [Count] { HaveMeasures(Count); }});
   }
 }
 
@@ -75,12 +76,13 @@ void AddRegistry() {
 } // namespace
 
 void AddGrowthRows() {
-  AddLengths("Parse, merge, value of a text that grows", u"1.5*2", u"+", UseMetres, [](const std::u16string& Text) {
-    TParser Parser(Text);
-    auto Root = Parser.Parse();
-    Parser.Merge(Root);
-    return Parser.GetDoubleValue(*Root);
-  });
+  AddLengths("Parse, merge, value of a text that grows", u"1.5*2", u"+", UseMetres,
+             [](const std::u16string& Text) {
+               TParser Parser(Text);
+               auto Root = Parser.Parse();
+               Parser.Merge(Root);
+               return Parser.GetDoubleValue(*Root);
+             });
   AddLengths("ExprToStore of a text that grows", u"3'6 1/2\"", u"+", UseMetres,
              [](const std::u16string& Text) { return TMeasureDataManager::ExprToStore(0, Text); });
   AddLengths("CheckDisplay of a text that grows", u"12 ", u"", UseFeet,

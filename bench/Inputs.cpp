@@ -47,7 +47,8 @@ public:
   std::string Imperial() {
     const char* Operators = "+-*";
     std::string Text = Feet() + Operators[Int(0, 2)] + Feet() + Operators[Int(0, 2)] + Feet();
-    while (Text.size() < 39) Text += std::string(1, Operators[Int(0, 2)]) + static_cast<char>('0' + Int(1, 9));
+    while (Text.size() < 39)
+      Text += std::string(1, Operators[Int(0, 2)]) + static_cast<char>('0' + Int(1, 9));
     return Text;
   }
 
@@ -88,7 +89,8 @@ const TInputs& Inputs() {
     Result.MetreTexts = Texts([&] { return Make.Metres(); });
     Result.FeetTexts = Texts([&] { return Make.Feet(); });
     Result.NoLengthWords = Texts([&] { return Make.Of("abcdefghijklmnop rstuvwxyz 0123456789-./", 40); });
-    Result.NoLengthEnds = Texts([&] { return Make.Of("123456789", 3) + "." + Make.Of("0123456789", 35) + "x"; });
+    Result.NoLengthEnds =
+        Texts([&] { return Make.Of("123456789", 3) + "." + Make.Of("0123456789", 35) + "x"; });
     Result.ImperialTexts = Texts([&] { return Make.Imperial(); });
     Result.PlainExpressions = Texts([&] { return Make.Plain(); });
     Result.Elevations = Texts([&] { return "L1+" + Make.Feet(); });

@@ -13,9 +13,8 @@ constexpr bool IsDigit(char16_t C) {
 class TBackwards {
 public:
   void Put(char16_t C) { *--FBegin = C; }
-  void Digits(std::uint64_t Value) {
-    do
-      Put(static_cast<char16_t>(u'0' + Value % 10));
+  void Digits(std::uint32_t Value) {
+    do Put(static_cast<char16_t>(u'0' + Value % 10));
     while ((Value /= 10) != 0);
   }
   std::u16string Text() const { return std::u16string(FBegin, FEnd); }
@@ -83,7 +82,7 @@ private:
 } // namespace
 
 std::u16string LimitMetres(double Millimetres) {
-  auto Value = static_cast<std::uint64_t>(Millimetres + 0.5);
+  auto Value = static_cast<std::uint32_t>(Millimetres + 0.5);
   TBackwards Out;
   Out.Put(u'm');
   Out.Put(u' ');
@@ -97,9 +96,9 @@ std::u16string LimitMetres(double Millimetres) {
 }
 
 std::u16string LimitFeet(double Millimetres) {
-  const auto Sixteenths = static_cast<std::uint64_t>(Millimetres * (16 / 25.4) + 0.5);
-  std::uint64_t Numerator = Sixteenths % 16, Denominator = 16;
-  const std::uint64_t Inches = Sixteenths / 16;
+  const auto Sixteenths = static_cast<std::uint32_t>(Millimetres * (16 / 25.4) + 0.5);
+  std::uint32_t Numerator = Sixteenths % 16, Denominator = 16;
+  const std::uint32_t Inches = Sixteenths / 16;
   TBackwards Out;
   Out.Put(u'"');
   if (Numerator != 0) {
@@ -138,7 +137,8 @@ bool LimitIsLength(std::u16string_view Text) {
       bool Of[128];
     } Table{};
     for (int C = 0; C < 128; ++C)
-      Table.Of[C] = std::u16string_view(u"0123456789.,'\"/- ").find(static_cast<char16_t>(C)) == std::u16string_view::npos;
+      Table.Of[C] = std::u16string_view(u"0123456789.,'\"/- ").find(static_cast<char16_t>(C)) ==
+                    std::u16string_view::npos;
     return Table;
   }();
   bool Bad = Text.empty();
@@ -157,10 +157,10 @@ std::u16string LimitImperialNumbers(std::u16string_view Text) {
       continue;
     }
     Pos = End;
-    std::uint64_t Value = Sixteenths * 15875; // 0.1 micrometres, exact
-    const std::uint64_t Whole = Value / 10'000'000;
+    const std::uint64_t Exact = Sixteenths * 15875; // 0.1 micrometres
+    const auto Whole = static_cast<std::uint32_t>(Exact / 10'000'000);
+    auto Value = static_cast<std::uint32_t>(Exact % 10'000'000);
     TBackwards Out;
-    Value %= 10'000'000;
     bool Shown = false;
     for (int I = 0; I < 7; ++I, Value /= 10) {
       if (!Shown && Value % 10 == 0) continue;

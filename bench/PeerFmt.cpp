@@ -26,10 +26,11 @@ void AddFmtRows() {
   static const std::locale Locale(std::locale::classic(), new TGroups);
   AddRow("StoreToDisplay, metres, 3 decimals, symbol, groups of three", "{fmt}", Inputs().Lengths, {},
          [](double Value) { return fmt::format(Locale, "{:.3Lf} m", Value / 1000); });
-  AddRow("StoreToDisplay, feet and fractional inches, 1/16", "{fmt}", Inputs().ShortLengths, {}, [](double Value) {
-    const auto Sixteenths = static_cast<long>(std::lround(Value * (16 / 25.4)));
-    return fmt::format("{}' {} {}/16\"", Sixteenths / 192, Sixteenths / 16 % 12, Sixteenths % 16);
-  });
+  AddRow("StoreToDisplay, feet and fractional inches, 1/16", "{fmt}", Inputs().ShortLengths, {},
+         [](double Value) {
+           const auto Sixteenths = static_cast<long>(std::lround(Value * (16 / 25.4)));
+           return fmt::format("{}' {} {}/16\"", Sixteenths / 192, Sixteenths / 16 % 12, Sixteenths % 16);
+         });
 }
 #else
 void AddFmtRows() {}

@@ -12,11 +12,10 @@ namespace unitlib::bench {
 #if UNITLIB_BENCH_ICU
 void AddIcuRows() {
   using namespace icu;
-  static const number::LocalizedNumberFormatter Format =
-      number::NumberFormatter::withLocale(Locale::getUS())
-          .precision(number::Precision::fixedFraction(3))
-          .unit(MeasureUnit::getMeter())
-          .unitWidth(UNUM_UNIT_WIDTH_SHORT);
+  static const number::LocalizedNumberFormatter Format = number::NumberFormatter::withLocale(Locale::getUS())
+                                                             .precision(number::Precision::fixedFraction(3))
+                                                             .unit(MeasureUnit::getMeter())
+                                                             .unitWidth(UNUM_UNIT_WIDTH_SHORT);
   static UErrorCode Status = U_ZERO_ERROR;
   static const std::unique_ptr<NumberFormat> Reader(NumberFormat::createInstance(Locale::getUS(), Status));
   AddRow("StoreToDisplay, metres, 3 decimals, symbol, groups of three", "ICU", Inputs().Lengths, {},

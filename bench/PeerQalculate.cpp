@@ -38,7 +38,8 @@ void AddQalculateRows() {
   }();
   const auto Prepare = [] { Engine(); };
   AddRow("DisplayToStore, \"1,234.568 m\"", "libqalculate", Metres, Prepare, Calculate, Inputs10000);
-  AddRow("Parse, merge, value, \"(1+2)*3-4/5*(6-7)\"", "libqalculate", Plain, Prepare, Calculate, Inputs10000);
+  AddRow("Parse, merge, value, \"(1+2)*3-4/5*(6-7)\"", "libqalculate", Plain, Prepare, Calculate,
+         Inputs10000);
 }
 #else
 void AddQalculateRows() {}

@@ -51,8 +51,8 @@ void AddUdunitsRows() {
     return Result;
   }();
   const auto Prepare = [] { System(); };
-  AddRow("StoreToDisplay, metres, 3 decimals, symbol, groups of three", "UDUNITS-2", Inputs().Lengths, Prepare,
-         [](double Value) {
+  AddRow("StoreToDisplay, metres, 3 decimals, symbol, groups of three", "UDUNITS-2", Inputs().Lengths,
+         Prepare, [](double Value) {
            static ut_unit* const Metre = ut_parse(System(), "m", UT_ASCII);
            cv_converter* const Converter = ut_get_converter(Millimetre(), Metre);
            char Text[64];

@@ -14,7 +14,8 @@ namespace {
 class TPrivateFolder {
 public:
   TPrivateFolder()
-      : FPath(std::filesystem::temp_directory_path() / ("unitlib-bench-" + std::to_string(std::random_device()()))) {
+      : FPath(std::filesystem::temp_directory_path() /
+              ("unitlib-bench-" + std::to_string(std::random_device()()))) {
     std::filesystem::create_directories(FPath);
     SetExePath(FPath.u16string());
     SetCommonDocumentsPath(FPath.u16string());

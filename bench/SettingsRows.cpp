@@ -28,7 +28,8 @@ template <class TUse> void AddRepeated(std::string Operation, std::string Compet
 } // namespace
 
 void AddSettingsRows() {
-  // The factory file, in which a system has been chosen: without a choice a load writes the working copy, too.
+  // The factory file, in which a system has been chosen: without a choice a load writes the working copy,
+  // too.
   static const std::u16string File = PrivateFile("chosen.xml");
   TSystemUnitDataManager::SaveConfigFile(File);
   static const std::string Path = std::filesystem::path(File).string();

@@ -21,7 +21,8 @@ void AddTwoThreads(const std::vector<double>& Values) {
     for (std::size_t I = 0; I < Count; ++I) Keep(Show(Values[I]));
   };
   Rows().push_back({"StoreToDisplay, metres, per thread", "one thread", Values.size(), RunAll, UseMetres});
-  Rows().push_back({"StoreToDisplay, metres, per thread", "two threads", Values.size(), RunAll, UseMetres, 2});
+  Rows().push_back(
+      {"StoreToDisplay, metres, per thread", "two threads", Values.size(), RunAll, UseMetres, 2});
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 /// Measures every row.
 ///   unitlib_bench [Google Benchmark's options]   times, in random order
-///   unitlib_bench --counts OPERATIONS            heap allocations of each row, and under valgrind's callgrind
+///   unitlib_bench --counts OPERATIONS            heap allocations of each row, and under valgrind's
+///   callgrind
 ///                                                (started with --instr-atstart=no) one dump of instructions
 ///                                                for each of ours and of the limits
 #include "bench/Allocations.h"
@@ -46,12 +47,16 @@ void RunOnThreads(const TRow& Row) {
 
 void RegisterTimes() {
   for (const TRow& Row : Rows())
-    benchmark::RegisterBenchmark(NameOf(Row).c_str(), [&Row](benchmark::State& State) {
-      if (Row.Prepare) Row.Prepare();
-      Row.Run(std::min<std::size_t>(Row.Count, 1000));
-      for (auto _ : State) RunOnThreads(Row);
-      State.counters["operations"] = static_cast<double>(Row.Count);
-    })->MeasureProcessCPUTime()->UseRealTime()->Unit(benchmark::kMicrosecond);
+    benchmark::RegisterBenchmark(NameOf(Row).c_str(),
+                                 [&Row](benchmark::State& State) {
+                                   if (Row.Prepare) Row.Prepare();
+                                   Row.Run(std::min<std::size_t>(Row.Count, 1000));
+                                   for (auto _ : State) RunOnThreads(Row);
+                                   State.counters["operations"] = static_cast<double>(Row.Count);
+                                 })
+        ->MeasureProcessCPUTime()
+        ->UseRealTime()
+        ->Unit(benchmark::kMicrosecond);
 }
 
 /// One line for each row: name, operations, allocations.

@@ -22,7 +22,8 @@ public:
     FConverters.reserve(Threads);
     for (std::size_t I = 0; I < Threads; ++I) FConverters.push_back(Make());
     try {
-      for (TBatchConverter& Converter : FConverters) FThreads.emplace_back([this, &Converter] { Work(Converter); });
+      for (TBatchConverter& Converter : FConverters)
+        FThreads.emplace_back([this, &Converter] { Work(Converter); });
     } catch (...) {
       Stop();
       throw;

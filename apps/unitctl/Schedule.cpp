@@ -28,10 +28,11 @@ void AppendUtf8(std::string& Out, std::u16string_view Text) {
   const std::size_t Old = Out.size();
   char16_t All = 0;
   Out.resize(Old + Text.size());
-  std::transform(Text.begin(), Text.end(), Out.begin() + static_cast<std::ptrdiff_t>(Old), [&All](char16_t C) {
-    All |= C;
-    return static_cast<char>(C);
-  });
+  std::transform(Text.begin(), Text.end(), Out.begin() + static_cast<std::ptrdiff_t>(Old),
+                 [&All](char16_t C) {
+                   All |= C;
+                   return static_cast<char>(C);
+                 });
   if (All < 0x80) return;
   Out.resize(Old);
   Out += ToUtf8(Text);

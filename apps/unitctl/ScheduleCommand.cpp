@@ -147,7 +147,8 @@ void RunHere(TScheduleReader& Reader, TBatchConverter Converter, TResultTaker& T
 }
 
 /// This thread reads and writes, the others convert.
-template <class TMake> void RunOnThreads(std::size_t Threads, TScheduleReader& Reader, TMake Make, TResultTaker& Taker) {
+template <class TMake>
+void RunOnThreads(std::size_t Threads, TScheduleReader& Reader, TMake Make, TResultTaker& Taker) {
   TBatchPipeline Pipeline(Threads, Make);
   std::exception_ptr ReadError; // comes up behind the rows before it
   for (bool AtEnd = false; !Taker.Totals().Stopped && !(AtEnd && !Pipeline.HasWork());) {
@@ -166,8 +167,8 @@ template <class TMake> void RunOnThreads(std::size_t Threads, TScheduleReader& R
   if (ReadError && !Taker.Totals().Stopped) std::rethrow_exception(ReadError);
 }
 
-/// A long file is converted on all processors. Rows that come through a pipe are converted as they come: their
-/// texts must not wait until more rows have come.
+/// A long file is converted on all processors. Rows that come through a pipe are converted as they come:
+/// their texts must not wait until more rows have come.
 std::size_t ThreadsFor(const TInput& Input) {
   const std::size_t Processors = std::thread::hardware_concurrency();
   return Processors > 1 && Input.Size() >= LongInput ? std::min<std::size_t>(Processors, 8) : 0;

@@ -1,4 +1,5 @@
-/// What a call takes from the heap. A program of its own: it replaces operator new.
+/// What a call takes from the heap.
+#include "tests/convert/CountedNew.h"
 #include "tests/support/Settings.h"
 #include "unitlib/convert/ZELUnitConvertor.h"
 #include "unitlib/convert/ZELUnitParseRegister.h"
@@ -6,34 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <functional>
-#include <new>
-
-namespace {
-thread_local int Allocations = 0;
-}
-
-void* operator new(std::size_t Size) {
-  ++Allocations;
-  if (void* Memory = std::malloc(Size > 0 ? Size : 1)) return Memory;
-  throw std::bad_alloc();
-}
-void* operator new[](std::size_t Size) {
-  return ::operator new(Size);
-}
-void operator delete(void* Memory) noexcept {
-  std::free(Memory);
-}
-void operator delete(void* Memory, std::size_t) noexcept {
-  std::free(Memory);
-}
-void operator delete[](void* Memory) noexcept {
-  std::free(Memory);
-}
-void operator delete[](void* Memory, std::size_t) noexcept {
-  std::free(Memory);
-}
 
 namespace unitlib {
 namespace {
@@ -57,40 +31,39 @@ TEST_P(AllocationCount, IsAtMost) {
     if (GetParam().Metric) Unit.SetCurUnitSymbol(u"m");
   }
   GetParam().Call(); // tables and patterns are made at their first use
-  const int Before = Allocations;
+  const int Before = test::AllocationCount();
   GetParam().Call();
-  EXPECT_LE(Allocations - Before, GetParam().Most);
+  EXPECT_LE(test::AllocationCount() - Before, GetParam().Most);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Calls, AllocationCount,
-    ::testing::Values(
-        TRow{"StoreToDisplayMetres", true, 2, [] { M::StoreToDisplay(0, 1234567.8); }},
-        TRow{"StoreToDisplayFeet", false, 2, [] { M::StoreToDisplay(0, 123456.7); }},
-        TRow{"StoreToDisplayTie", true, 2, [] { M::StoreToDisplay(0, 1234567.5); }},
-        TRow{"DisplayToStoreMetres", true, 1, [] { M::DisplayToStore(0, u"1,234.568 m"); }},
-        TRow{"DisplayToStoreFeet", false, 1, [] { M::DisplayToStore(0, u"5'6 1/2\""); }},
-        TRow{"CheckDisplayGood", false, 1, [] { M::CheckDisplay(0, u"5'6 1/2\""); }},
-        TRow{"CheckDisplayBadWords", false, 1,
-             [] { M::CheckDisplay(0, u"no length at all, but quite a long text."); }},
-        TRow{"CheckDisplayBadEnd", true, 1,
-             [] { M::CheckDisplay(0, u"123456789012345678901234567890123456789x"); }},
-        TRow{"MeasureByCode", true, 0, [] { TSystemUnitDataManager::CurConfigMeasure(7); }},
-        TRow{"RegistryLookUp", true, 0, [] { GetUnitParser(u"TNoSuchParser", nullptr); }},
-        TRow{"ParserOfARegisteredClass", true, 1,
-             [] {
-               TUnit* Unit = TSystemUnitDataManager::CurConfigMeasure(0)->GetCurUnit();
-               GetUnitParser(Unit->UnitParserClassName, Unit);
-             }},
-        TRow{"ExprToStore", true, 3,
-             [] { M::ExprToStore(0, u"5'6 1/2\"+12'3 3/4\"-1'2 1/8\"+7*2-5+9*3-8"); }},
-        TRow{"ParseMergeValue", true, 20,
-             [] {
-               TParser Parser(u"(1+2)*3-4/5*(6-7)");
-               auto Root = Parser.Parse();
-               Parser.Merge(Root);
-               EXPECT_DOUBLE_EQ(Parser.GetDoubleValue(*Root), 9.8);
-             }}),
+    ::testing::Values(TRow{"StoreToDisplayMetres", true, 2, [] { M::StoreToDisplay(0, 1234567.8); }},
+                      TRow{"StoreToDisplayFeet", false, 2, [] { M::StoreToDisplay(0, 123456.7); }},
+                      TRow{"StoreToDisplayTie", true, 2, [] { M::StoreToDisplay(0, 1234567.5); }},
+                      TRow{"DisplayToStoreMetres", true, 1, [] { M::DisplayToStore(0, u"1,234.568 m"); }},
+                      TRow{"DisplayToStoreFeet", false, 1, [] { M::DisplayToStore(0, u"5'6 1/2\""); }},
+                      TRow{"CheckDisplayGood", false, 1, [] { M::CheckDisplay(0, u"5'6 1/2\""); }},
+                      TRow{"CheckDisplayBadWords", false, 1,
+                           [] { M::CheckDisplay(0, u"no length at all, but quite a long text."); }},
+                      TRow{"CheckDisplayBadEnd", true, 1,
+                           [] { M::CheckDisplay(0, u"123456789012345678901234567890123456789x"); }},
+                      TRow{"MeasureByCode", true, 0, [] { TSystemUnitDataManager::CurConfigMeasure(7); }},
+                      TRow{"RegistryLookUp", true, 0, [] { GetUnitParser(u"TNoSuchParser", nullptr); }},
+                      TRow{"ParserOfARegisteredClass", true, 1,
+                           [] {
+                             TUnit* Unit = TSystemUnitDataManager::CurConfigMeasure(0)->GetCurUnit();
+                             GetUnitParser(Unit->UnitParserClassName, Unit);
+                           }},
+                      TRow{"ExprToStore", true, 3,
+                           [] { M::ExprToStore(0, u"5'6 1/2\"+12'3 3/4\"-1'2 1/8\"+7*2-5+9*3-8"); }},
+                      TRow{"ParseMergeValue", true, 20,
+                           [] {
+                             TParser Parser(u"(1+2)*3-4/5*(6-7)");
+                             auto Root = Parser.Parse();
+                             Parser.Merge(Root);
+                             EXPECT_DOUBLE_EQ(Parser.GetDoubleValue(*Root), 9.8);
+                           }}),
     [](const auto& Info) { return std::string(Info.param.Name); });
 
 } // namespace

@@ -14,17 +14,32 @@
 namespace unitlib::test {
 namespace {
 
-constexpr std::u16string_view Decimals[] = {u"1000", u"100",  u"10",   u"1",        u"0.1",  u"0.01",  u"0.001", u"0.0001",
-                                            u"0.5",  u"0.25", u"0.05", u"0.010",    u"7",    u"0.3",   u"1e-3",  u"12.5",
-                                            u"",     u"2.50", u"1.",   u"0.000001", u"-0.5", u"33.33", u"0"};
-constexpr std::u16string_view Fractions[] = {u"1/2",   u"1/4",  u"1/8", u"1/16", u"1/32", u"1/64",  u"1/128", u"1/256",
-                                             u"1/512", u"12",   u"6",   u"1",    u"3",    u"3/8",   u"1/3",   u"1/10",
-                                             u"5/16",  u"1/1",  u"2/4", u"24",   u"1.0",  u"1/016", u"0.5/8"};
-constexpr std::u16string_view Classes[] = {
-    u"TMetreParser",       u"TCentimeterParser",   u"TMillimetreParser", u"TSquareFootParser", u"TSquareMeterParser",
-    u"TSquareInchParser",  u"TCubicYardParser",    u"TCubicFootParser",  u"TCubicMeterParser", u"TDecimalFeetParser",
-    u"TDecimalInchParser", u"TPoundPerFootParser", u"TBangParser",       u"TShortTonParser",   u"TKilogramsParser",
-    u"TPoundPerCubicYardParser", u"TCubicYardsPerSquareFeetParser", u"TSquareCentimetreParser", u"TCubicInchParser"};
+constexpr std::u16string_view Decimals[] = {u"1000",  u"100",      u"10",   u"1",     u"0.1",  u"0.01",
+                                            u"0.001", u"0.0001",   u"0.5",  u"0.25",  u"0.05", u"0.010",
+                                            u"7",     u"0.3",      u"1e-3", u"12.5",  u"",     u"2.50",
+                                            u"1.",    u"0.000001", u"-0.5", u"33.33", u"0"};
+constexpr std::u16string_view Fractions[] = {
+    u"1/2", u"1/4", u"1/8", u"1/16", u"1/32", u"1/64", u"1/128", u"1/256", u"1/512", u"12",    u"6",    u"1",
+    u"3",   u"3/8", u"1/3", u"1/10", u"5/16", u"1/1",  u"2/4",   u"24",    u"1.0",   u"1/016", u"0.5/8"};
+constexpr std::u16string_view Classes[] = {u"TMetreParser",
+                                           u"TCentimeterParser",
+                                           u"TMillimetreParser",
+                                           u"TSquareFootParser",
+                                           u"TSquareMeterParser",
+                                           u"TSquareInchParser",
+                                           u"TCubicYardParser",
+                                           u"TCubicFootParser",
+                                           u"TCubicMeterParser",
+                                           u"TDecimalFeetParser",
+                                           u"TDecimalInchParser",
+                                           u"TPoundPerFootParser",
+                                           u"TBangParser",
+                                           u"TShortTonParser",
+                                           u"TKilogramsParser",
+                                           u"TPoundPerCubicYardParser",
+                                           u"TCubicYardsPerSquareFeetParser",
+                                           u"TSquareCentimetreParser",
+                                           u"TCubicInchParser"};
 
 using checksums::TRandom;
 
@@ -52,7 +67,7 @@ double Draw(TRandom& Random, double Step) {
   case 1:
     return Beside(Count * Step, Random.Below(7) - 3);
   case 2:
-    return Beside(Magnitude - Step / 2, Random.Below(9) - 4);
+    return Beside(std::fabs(Magnitude - Step / 2), Random.Below(9) - 4);
   case 3: // as typed: few decimals
     return std::floor(Uniform * Magnitude * 1000) / PowerOf10(Random.Below(6));
   default:
@@ -82,7 +97,8 @@ private:
     if (FResult.Different++ > 0) return;
     char Text[64];
     const std::string Hex(Text, std::to_chars(Text, Text + sizeof Text, Value, std::chars_format::hex).ptr);
-    FResult.First = ToUtf8(What) + " value 0x" + Hex + ": \"" + ToUtf8(Shown) + "\" instead of \"" + ToUtf8(Literal) + "\"";
+    FResult.First = ToUtf8(What) + " value 0x" + Hex + ": \"" + ToUtf8(Shown) + "\" instead of \"" +
+                    ToUtf8(Literal) + "\"";
   }
 
   void CompareDecimals() {
@@ -138,7 +154,8 @@ private:
       Text.clear();
       InchParser->RoundOff(Value, Text, false, false);
       InchParser->AppendSymbol(Text);
-      Check(u"inches, increment " + std::u16string(Increment), Value, Text, LiteralInches(Value, Inches.Unit));
+      Check(u"inches, increment " + std::u16string(Increment), Value, Text,
+            LiteralInches(Value, Inches.Unit));
     }
   }
 
@@ -156,7 +173,8 @@ private:
       if (FRandom.OneIn(6)) Number += u',';
       Number += static_cast<char16_t>(u'0' + FRandom.Below(10));
     }
-    if (FRandom.OneIn(2)) Number.insert(static_cast<size_t>(FRandom.Below(static_cast<int>(Number.size()) + 1)), 1, u'.');
+    if (FRandom.OneIn(2))
+      Number.insert(static_cast<size_t>(FRandom.Below(static_cast<int>(Number.size()) + 1)), 1, u'.');
     const TNumberText Read = ReadNumberWithCommas(Number);
     ++FResult.Count;
     if (Read.Ok && Read.Value == LiteralValue(Number)) return;

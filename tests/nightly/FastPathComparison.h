@@ -1,5 +1,5 @@
-/// Compares what the library shows and reads with the literal way, over random and adversarial values: ties and
-/// their neighbours, carries, borders of 15 digits, every increment and every factor.
+/// Compares what the library shows and reads with the literal way, over random and adversarial values: ties
+/// and their neighbours, carries, borders of 15 digits, every increment and every factor.
 #pragma once
 
 #include <cstdint>

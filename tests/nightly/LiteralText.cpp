@@ -23,7 +23,8 @@ size_t DecimalsOf(std::u16string_view Text) {
 
 std::u16string Grouped(std::u16string Text, int Size) {
   const size_t Whole = std::min(Text.find(u'.'), Text.size());
-  for (size_t Pos = Whole; Pos > static_cast<size_t>(Size);) Text.insert(Pos -= static_cast<size_t>(Size), 1, u',');
+  for (size_t Pos = Whole; Pos > static_cast<size_t>(Size);)
+    Text.insert(Pos -= static_cast<size_t>(Size), 1, u',');
   return Text;
 }
 
@@ -54,7 +55,8 @@ std::u16string LiteralNumber(double Shown, const TUnit& Unit, int GroupSize) {
   std::u16string Text = GroupSize == 0 ? Number : Grouped(Number, GroupSize);
   if (Unit.SuppressTrail0.Checked) return Text;
   const size_t Have = DecimalsOf(Number);
-  const size_t Wanted = DecimalsOf(Round.IncrementCanEdit ? Round.Increment : FloatToPlainStr(Increment.Value));
+  const size_t Wanted =
+      DecimalsOf(Round.IncrementCanEdit ? Round.Increment : FloatToPlainStr(Increment.Value));
   if (Wanted > Have) Text += (Have == 0 ? u"." : u"") + std::u16string(Wanted - Have, u'0');
   return Text;
 }

@@ -1,5 +1,5 @@
-/// Texts of values made the literal way: big integers, then one step after the other as the rules are told. Slow, and
-/// without any of the library's shortcuts; what the library shows is compared with it.
+/// Texts of values made the literal way: big integers, then one step after the other as the rules are told.
+/// Slow, and without any of the library's shortcuts; what the library shows is compared with it.
 #pragma once
 
 #include "unitlib/model/UnitModel.h"

@@ -51,7 +51,8 @@ TEST_F(SettingsText, OfTextsThatAreEscaped) {
   TUnit& Unit = UseUnit(0, 0);
   for (const std::u16string_view Text :
        {u"a & b < c > d \" e ' f", u"tab\tline\nreturn\r", u"&amp;", u"\u00E9\u4E2D\U0001F600", u"",
-        u"a text of more than sixty-four characters, so that it does not fit & the buffer \x7F end", u"]]>"}) {
+        u"a text of more than sixty-four characters, so that it does not fit & the buffer \x7F end",
+        u"]]>"}) {
     Unit.Description = Unit.DefUnitSymbolWhenNone = Unit.RoundContainer[0].Description = Text;
     TSystemUnitDataManager::FCurUseUnitConfigContainer->Item(0).Description = Text;
     EXPECT_EQ(TSystemUnitDataManager::SaveConfigToMemory(), ThroughDocument());

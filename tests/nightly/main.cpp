@@ -17,7 +17,8 @@ int main(int argc, char** argv) {
   std::vector<unitlib::test::TComparison> Results(Threads);
   std::vector<std::thread> Running;
   for (unsigned I = 0; I < Threads; ++I)
-    Running.emplace_back([&, I] { Results[I] = unitlib::test::CompareFastPaths(Count / Threads + 1, Seed * 1000 + I); });
+    Running.emplace_back(
+        [&, I] { Results[I] = unitlib::test::CompareFastPaths(Count / Threads + 1, Seed * 1000 + I); });
   std::uint64_t Compared = 0, Different = 0;
   for (unsigned I = 0; I < Threads; ++I) {
     Running[I].join();

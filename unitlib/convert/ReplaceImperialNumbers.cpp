@@ -14,8 +14,8 @@ bool IsMod(std::u16string_view Text, size_t Pos) {
   return (Text[Pos] == u'm' || Text[Pos] == u'M') && SameText(Text.substr(Pos, 3), u"mod");
 }
 
-/// The text with every "mod" turned into operators of the same length, kept in Buffer where there is one. Tokens
-/// are views into it: a joined fraction is one run of characters, too.
+/// The text with every "mod" turned into operators of the same length, kept in Buffer where there is one.
+/// Tokens are views into it: a joined fraction is one run of characters, too.
 std::u16string_view ScanText(std::u16string_view Text, std::u16string& Buffer) {
   size_t Pos = 0;
   while (Pos < Text.size() && !IsMod(Text, Pos)) ++Pos;

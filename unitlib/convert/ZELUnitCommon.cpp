@@ -59,7 +59,8 @@ int PaddedDecimals(const TIncrementText& Round, const TExactNumber& Increment) {
 int SimpleDecimals(const TIncrementText& Round, const TExactNumber& Increment) {
   int Decimals = Increment.Scale;
   if (Round.CanEdit) return Decimals;
-  for (std::uint64_t Mantissa = Increment.Mantissa; Decimals > 0 && Mantissa % 10 == 0; Mantissa /= 10) --Decimals;
+  for (std::uint64_t Mantissa = Increment.Mantissa; Decimals > 0 && Mantissa % 10 == 0; Mantissa /= 10)
+    --Decimals;
   return Decimals;
 }
 
@@ -119,7 +120,8 @@ void TCommonUnitParser::AppendGrouped(TStringBuilder& Builder, std::u16string_vi
     AppendGroupedDigits(Builder, NumberText, Size);
   else
     Builder.append(
-        GetDigitGroupParser(TSystemUnitDataManager::CurDigitGroup()->DigitGroupParserClassName, NumberText)->ToStr());
+        GetDigitGroupParser(TSystemUnitDataManager::CurDigitGroup()->DigitGroupParserClassName, NumberText)
+            ->ToStr());
 }
 
 bool TCommonUnitParser::CheckFractionDisplay(std::u16string_view Text) const {

@@ -15,7 +15,8 @@ constexpr std::u16string_view Group3Name = u"TDigitGroup3CommaParser";
 constexpr std::u16string_view Group4Name = u"TDigitGroup4CommaParser";
 
 bool IsExactly(std::u16string_view Text, std::u16string_view Name) noexcept {
-  return Text.size() == Name.size() && std::memcmp(Text.data(), Name.data(), Name.size() * sizeof(char16_t)) == 0;
+  return Text.size() == Name.size() &&
+         std::memcmp(Text.data(), Name.data(), Name.size() * sizeof(char16_t)) == 0;
 }
 
 [[gnu::used]] constexpr TPackageAnchor Anchor = LoadUnitPackage;

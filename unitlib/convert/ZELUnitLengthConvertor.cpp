@@ -61,8 +61,8 @@ struct TIncrement {
   TExactNumber Denominator;
 };
 
-/// An increment "1/2", "1/4" ... "1/65536", as nearly all of them are: the binary logarithm of its denominator; -1 for
-/// every other text. 35 ns less than reading two numbers.
+/// An increment "1/2", "1/4" ... "1/65536", as nearly all of them are: the binary logarithm of its
+/// denominator; -1 for every other text. 35 ns less than reading two numbers.
 int PowerOf2Increment(std::u16string_view Text) noexcept {
   if (Text.size() < 3 || Text.size() > 7 || Text[0] != u'1' || Text[1] != u'/') return -1;
   unsigned Denominator = 0;
@@ -74,7 +74,8 @@ int PowerOf2Increment(std::u16string_view Text) noexcept {
   return Denominator <= 65536 && IsPower ? std::countr_zero(Denominator) : -1;
 }
 
-/// A length in whole inches and, where Steps is not 0, a fraction with the denominator 2^Shift; the usual case.
+/// A length in whole inches and, where Steps is not 0, a fraction with the denominator 2^Shift; the usual
+/// case.
 struct TBinaryLength {
   std::int64_t Whole = 0;
   std::int64_t Steps = 0;

@@ -133,8 +133,8 @@ std::unique_ptr<TNode> TTreeReader::NextNode() {
   }
 }
 
-/// The usual operand: digits and points up to an operator, the end, or the ")" of its bracket. False, and nothing
-/// read, for everything else. A third of the time of reading character by character into a text.
+/// The usual operand: digits and points up to an operator, the end, or the ")" of its bracket. False, and
+/// nothing read, for everything else. A third of the time of reading character by character into a text.
 bool TTreeReader::ReadPlainNumber(TToken& Token) {
   const std::int32_t Start = FParser.FPoint;
   if (Start < 1) return false;
@@ -175,7 +175,8 @@ TTreeReader::TToken TTreeReader::ReadToken() {
       continue;
     }
     const bool Keep = !IsOperatorChar(C) || (C == u'/' && !Text.empty() && IsFractionBar(Text));
-    if (!Keep && Text.empty()) return {TTokenKind::Operator, At, {&FParser.FString[static_cast<size_t>(At) - 1], 1}};
+    if (!Keep && Text.empty())
+      return {TTokenKind::Operator, At, {&FParser.FString[static_cast<size_t>(At) - 1], 1}};
     if (!Keep) {
       --FParser.FPoint; // the operator is the next token
       return {TTokenKind::Operand, Point, Text};

@@ -42,7 +42,7 @@ private:
   enum class TTokenKind { End, Operand, Operator, Bracket, Function };
   struct TToken {
     TTokenKind Kind;
-    std::int32_t Point;  // where it starts
+    std::int32_t Point;       // where it starts
     std::u16string_view Text; // operand, operator, or sign of a bracket; in the parser's text or in FText
   };
   struct TBracket {
@@ -78,10 +78,10 @@ private:
   TParser& FParser;
   mutable const TUnit* FUnit = nullptr; // null: not asked for yet
   std::u16string FText;                 // of a token whose characters do not all count
-  const std::int32_t FEnd;       // end position of the text
-  std::vector<TBracket> FOpen;   // innermost last
-  std::int32_t FClosing = 0;     // ")" of the outermost open bracket
-  std::int32_t FNodePoint = 1;   // start of the node read last
+  const std::int32_t FEnd;              // end position of the text
+  std::vector<TBracket> FOpen;          // innermost last
+  std::int32_t FClosing = 0;            // ")" of the outermost open bracket
+  std::int32_t FNodePoint = 1;          // start of the node read last
   std::int32_t FFailedPoint = 0; // where the reading of a bracket without an expression stopped; 0: none
 };
 

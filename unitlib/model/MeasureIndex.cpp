@@ -41,7 +41,8 @@ bool TMeasureIndex::Make(const TOwningList<TMeasure>& List, std::uint32_t Now) c
       FSlots.assign(std::bit_ceil(static_cast<size_t>(List.Count()) * 2 + 2), {});
       for (const auto& Measure : List) {
         size_t Slot = SlotOf(Measure->ClassifyCode);
-        while (FSlots[Slot].Measure && FSlots[Slot].Code != Measure->ClassifyCode) Slot = (Slot + 1) & (FSlots.size() - 1);
+        while (FSlots[Slot].Measure && FSlots[Slot].Code != Measure->ClassifyCode)
+          Slot = (Slot + 1) & (FSlots.size() - 1);
         if (!FSlots[Slot].Measure) FSlots[Slot] = {Measure->ClassifyCode, Measure.get()};
       }
       FMadeAt.store(Now, std::memory_order_release);

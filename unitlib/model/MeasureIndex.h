@@ -32,9 +32,9 @@ private:
   int FCode;
 };
 
-/// A table from codes to measures, made anew at the first look-up after a change. Any number of threads may look up
-/// at a time (without a lock: one makes the table, the others walk the list meanwhile), as long as none changes
-/// measures. 200 measures: 3 ns, where the walk takes 75.
+/// A table from codes to measures, made anew at the first look-up after a change. Any number of threads may
+/// look up at a time (without a lock: one makes the table, the others walk the list meanwhile), as long as
+/// none changes measures. 200 measures: 3 ns, where the walk takes 75.
 class TMeasureIndex {
 public:
   TMeasureIndex() = default;

@@ -124,7 +124,9 @@ public:
   /// errors      EListError the position is outside the list (only when not looked up by order index)
   TMeasure* Measure(int Index, bool ByOrderIndex) const;
   /// The first measure with this classify code; null when there is none.
-  TMeasure* FindMeasure(int ClassifyCode) const noexcept { return FIndex.Find(MeasureContainer, ClassifyCode); }
+  TMeasure* FindMeasure(int ClassifyCode) const noexcept {
+    return FIndex.Find(MeasureContainer, ClassifyCode);
+  }
   int MeasureCount() const noexcept { return MeasureContainer.Count(); }
   void RestoreDefault() noexcept;
 

@@ -147,12 +147,15 @@ TPlainText::TPlainText(TDecimal15 Value, bool Negative) : FDecimals(std::max(-Va
 
 size_t WriteFixed(char16_t* Out, std::uint64_t Whole, int Scale, int MinDecimals, int GroupSize) noexcept {
   constexpr int Room = 24; // digits: one before the point and 22 behind it, at most
-  constexpr int Block = 8; // characters that are copied at a time, wanted or not: a copy of a known size is two moves
+  constexpr int Block =
+      8; // characters that are copied at a time, wanted or not: a copy of a known size is two moves
   char16_t Buffer[Room + Block] = {};
   char16_t* Digits = WriteDigits(Whole, Buffer + Room);
   while (Buffer + Room - Digits <= Scale) *--Digits = u'0';
   const char16_t* const Point = Buffer + Room - Scale;
-  const auto Copy = [](char16_t* To, const char16_t* From) { std::memcpy(To, From, Block * sizeof(char16_t)); };
+  const auto Copy = [](char16_t* To, const char16_t* From) {
+    std::memcpy(To, From, Block * sizeof(char16_t));
+  };
   char16_t* To = Out;
   if (GroupSize == 0) {
     To = std::copy(static_cast<const char16_t*>(Digits), Point, To);

@@ -73,12 +73,14 @@ private:
   const char* FText = FShort;
 };
 
-/// A whole number as files have it: up to nine digits, perhaps a sign. False for all else, which may be one too.
+/// A whole number as files have it: up to nine digits, perhaps a sign. False for all else, which may be one
+/// too.
 bool ReadPlainInteger(const char* Text, int& Value) {
   const bool Negative = *Text == '-';
   if (Negative) ++Text;
   int Result = 0, Count = 0;
-  for (; *Text >= '0' && *Text <= '9' && Count < 10; ++Text, ++Count) Result = Count < 9 ? Result * 10 + (*Text - '0') : 0;
+  for (; *Text >= '0' && *Text <= '9' && Count < 10; ++Text, ++Count)
+    Result = Count < 9 ? Result * 10 + (*Text - '0') : 0;
   if (*Text != 0 || Count == 0 || Count > 9) return false;
   Value = Negative ? -Result : Result;
   return true;

@@ -12,8 +12,9 @@ bool IsXmlText(std::u16string_view Text) noexcept;
 [[noreturn]] void RaiseNoXmlText(std::u16string_view Element, std::u16string_view Attribute,
                                  std::u16string_view Text);
 
-/// UTF-8 with a declaration, elements indented by two blanks, lines ended by LF, attributes only: byte for byte
-/// what TXMLDocument::SaveToMemory writes, in a tenth of the time. Names are ASCII and outlive their element.
+/// UTF-8 with a declaration, elements indented by two blanks, lines ended by LF, attributes only: byte for
+/// byte what TXMLDocument::SaveToMemory writes, in a tenth of the time. Names are ASCII and outlive their
+/// element.
 class TXmlTextWriter {
 public:
   TXmlTextWriter();
