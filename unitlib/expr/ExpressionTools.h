@@ -37,7 +37,7 @@ constexpr double LargestOperand = 1e15; // either sign, inclusive
 const TUnit& CurrentLengthUnit();
 
 /// True when CurrentLengthUnit has one to give.
-bool HasLengthUnit() noexcept;
+bool HasLengthUnit();
 
 /// Classifies an operand by its text, see TParser::ProcessNode; Unit is CurrentLengthUnit().
 /// return      the message when the operand is refused, else empty

@@ -69,7 +69,7 @@ const TUnit& CurrentLengthUnit() {
   throw EListError(u"No current unit for measure " + Code, Code);
 }
 
-bool HasLengthUnit() noexcept {
+bool HasLengthUnit() {
   try {
     CurrentLengthUnit();
     return true;
