@@ -26,14 +26,16 @@ std::string_view TrimBlanks(std::string_view Text) {
 
 void AppendUtf8(std::string& Out, std::u16string_view Text) {
   const std::size_t Old = Out.size();
-  for (const char16_t C : Text) {
-    if (C >= 0x80) {
-      Out.resize(Old);
-      Out += ToUtf8(Text);
-      return;
-    }
-    Out.push_back(static_cast<char>(C));
-  }
+  char16_t All = 0;
+  Out.resize(Old + Text.size());
+  std::transform(Text.begin(), Text.end(), Out.begin() + static_cast<std::ptrdiff_t>(Old),
+                 [&All](char16_t C) {
+                   All |= C;
+                   return static_cast<char>(C);
+                 });
+  if (All < 0x80) return;
+  Out.resize(Old);
+  Out += ToUtf8(Text);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "apps/common/ProgressBar.h"
 #include "apps/common/TablePrinter.h"
 #include "apps/unitctl/Arguments.h"
+#include "apps/unitctl/BatchPipeline.h"
 #include "apps/unitctl/Command.h"
 #include "apps/unitctl/Schedule.h"
 #include "apps/unitctl/Session.h"
@@ -12,7 +13,10 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+#include <exception>
 #include <memory>
+#include <thread>
 
 namespace unitlib::app {
 namespace {
@@ -108,22 +112,66 @@ struct TTotals {
   bool Stopped = false;
 };
 
-TTotals Run(const TContext& Context, TScheduleReader& Reader, TBatchConverter& Converter, TByteSink& Output,
-            const TInput& Input, TProgressBar& Progress) {
-  TTotals Totals;
+/// Takes results in the order of the rows: reports, counts, writes.
+class TResultTaker {
+public:
+  TResultTaker(const TContext& Context, TByteSink& Output, const TInput& Input, TProgressBar& Progress)
+      : FContext(Context), FOutput(Output), FInput(Input), FProgress(Progress) {}
+
+  void Take(const TBatchResult& Result) {
+    if (!Result.Problems.empty()) FProgress.Clear();
+    for (const TRowProblem& Problem : Result.Problems) Report(FContext, FInput.Name(), Problem);
+    FTotals.Rows += Result.Rows;
+    FTotals.Bad += Result.Problems.size();
+    FTotals.Stopped = Result.Stopped;
+    FOutput.Write(Result.Csv);
+    FProgress.Update(FInput.Done(), FTotals.Rows);
+  }
+  const TTotals& Totals() const noexcept { return FTotals; }
+
+private:
+  const TContext& FContext;
+  TByteSink& FOutput;
+  const TInput& FInput;
+  TProgressBar& FProgress;
+  TTotals FTotals;
+};
+
+void RunHere(TScheduleReader& Reader, TBatchConverter Converter, TResultTaker& Taker) {
   TRowBatch Batch;
   TBatchResult Result;
-  while (!Totals.Stopped && Reader.ReadBatch(Batch)) {
+  while (!Taker.Totals().Stopped && Reader.ReadBatch(Batch)) {
     Converter.Convert(Batch, Result);
-    if (!Result.Problems.empty()) Progress.Clear();
-    for (const TRowProblem& Problem : Result.Problems) Report(Context, Input.Name(), Problem);
-    Totals.Rows += Result.Rows;
-    Totals.Bad += Result.Problems.size();
-    Totals.Stopped = Result.Stopped;
-    Output.Write(Result.Csv);
-    Progress.Update(Input.Done(), Totals.Rows);
+    Taker.Take(Result);
   }
-  return Totals;
+}
+
+/// This thread reads and writes, the others convert.
+template <class TMake>
+void RunOnThreads(std::size_t Threads, TScheduleReader& Reader, TMake Make, TResultTaker& Taker) {
+  TBatchPipeline Pipeline(Threads, Make);
+  std::exception_ptr ReadError; // comes up behind the rows before it
+  for (bool AtEnd = false; !Taker.Totals().Stopped && !(AtEnd && !Pipeline.HasWork());) {
+    if (AtEnd || !Pipeline.HasRoom()) {
+      Taker.Take(Pipeline.Take());
+      continue;
+    }
+    try {
+      AtEnd = !Reader.ReadBatch(Pipeline.Free());
+    } catch (...) {
+      ReadError = std::current_exception();
+      AtEnd = true;
+    }
+    if (!AtEnd) Pipeline.Give();
+  }
+  if (ReadError && !Taker.Totals().Stopped) std::rethrow_exception(ReadError);
+}
+
+/// A long file is converted on all processors. Rows that come through a pipe are converted as they come:
+/// their texts must not wait until more rows have come.
+std::size_t ThreadsFor(const TInput& Input) {
+  const std::size_t Processors = std::thread::hardware_concurrency();
+  return Processors > 1 && Input.Size() >= LongInput ? std::min<std::size_t>(Processors, 8) : 0;
 }
 
 std::string BadRows(const TTotals& Totals) {
@@ -137,14 +185,20 @@ void Schedule(TContext& Context, const TCommandOptions& Options) {
   TSession::System(); // chosen, or a message that says how
   auto Input = OpenInput(Context, Options.Input);
   TScheduleReader Reader(*Input, Printable(Input->Name()), Options.Schedule);
-  TBatchConverter Converter(Reader.Layout(), Options.Schedule, Reader.LineEnd());
+  const auto Make = [&] { return TBatchConverter(Reader.Layout(), Options.Schedule, Reader.LineEnd()); };
+  TBatchConverter Converter = Make(); // may refuse, so it comes before the output
   auto Output = OpenOutput(Context, Options.Output);
   if (Options.Table) Output = AsTable(std::move(Output), Reader, Options.Schedule);
   if (!Options.Table) Output->Write(Reader.Header());
   const bool ToScreen = !IsFile(Options.Output) && platform::IsTerminal(Context.Streams.Out);
   TProgressBar Progress(Context.Streams.Err, Input->Size(), WantsProgress(Context, *Input, ToScreen),
                         Say("schedule.rows", "{0}"));
-  const TTotals Totals = Run(Context, Reader, Converter, *Output, *Input, Progress);
+  TResultTaker Taker(Context, *Output, *Input, Progress);
+  if (const std::size_t Threads = ThreadsFor(*Input))
+    RunOnThreads(Threads, Reader, Make, Taker);
+  else
+    RunHere(Reader, std::move(Converter), Taker);
+  const TTotals& Totals = Taker.Totals();
   Progress.Clear();
   if (Totals.Bad > 0) Context.ExitCode = ExitBad;
   if (Totals.Stopped) {

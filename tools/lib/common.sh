@@ -27,6 +27,9 @@ need() {
 
 build_packages=(g++ cmake ninja-build ccache pkg-config libpugixml-dev libpcre2-dev libboost-dev libcli11-dev
   libwxgtk3.2-dev libsqlite3-dev libgtest-dev libgmock-dev librapidcheck-dev python3)
+# Measuring: the frameworks, and the libraries and programs measured beside ours.
+bench_packages=(libbenchmark-dev valgrind locales util-linux)
+peer_packages=(libfmt-dev libicu-dev libmuparser-dev libqalculate-dev libudunits2-dev)
 test_packages=(python3-pytest xvfb xauth x11-utils xdotool imagemagick locales libx11-dev libxtst-dev fonts-dejavu-core fonts-wqy-microhei
   zsh mandoc) # zsh and mandoc: the completion and the man page of unitctl are tested with them
 

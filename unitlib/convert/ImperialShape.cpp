@@ -2,6 +2,8 @@
 
 #include "unitlib/rtl/Text.h"
 
+#include <limits>
+
 namespace unitlib {
 namespace {
 
@@ -88,6 +90,16 @@ bool ReadImperialShape(std::u16string_view Text, TImperialShape& Shape) noexcept
   if (!TakeInches(Walk, Shape, First)) return false;
   if (!ByDash) Walk.Take(InchMark);
   return Walk.AtEnd();
+}
+
+double InchesOf(const TImperialShape& Shape) noexcept {
+  constexpr std::int64_t Safe =
+      std::numeric_limits<std::int64_t>::max() / 16; // Feet x 12 + Inches fits below it
+  const double Whole = Shape.Feet < Safe && Shape.Inches < Safe
+                           ? static_cast<double>(Shape.Feet * 12 + Shape.Inches)
+                           : static_cast<double>(Shape.Feet) * 12 + static_cast<double>(Shape.Inches);
+  const double Result = Whole + static_cast<double>(Shape.Numerator) / static_cast<double>(Shape.Denominator);
+  return Shape.Negative ? -Result : Result;
 }
 
 } // namespace unitlib

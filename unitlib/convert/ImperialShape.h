@@ -22,4 +22,7 @@ struct TImperialShape {
 /// with 0. False, and Shape left half-filled, for every other text. No allocation.
 bool ReadImperialShape(std::u16string_view Text, TImperialShape& Shape) noexcept;
 
+/// Length of a shape in inches.
+double InchesOf(const TImperialShape& Shape) noexcept;
+
 } // namespace unitlib

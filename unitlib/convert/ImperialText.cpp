@@ -5,8 +5,6 @@
 #include "unitlib/rtl/PerlRegEx.h"
 #include "unitlib/rtl/Text.h"
 
-#include <limits>
-
 namespace unitlib {
 namespace {
 
@@ -63,16 +61,6 @@ bool TakeInteger(std::u16string_view& Text, char16_t Mark, std::int64_t& Value) 
   const bool Ok = End != std::u16string_view::npos && TryStrToInt64(Text.substr(0, End), Value);
   if (Ok) Text.remove_prefix(End + 1);
   return Ok;
-}
-
-double InchesOf(const TImperialShape& Shape) {
-  constexpr std::int64_t Safe =
-      std::numeric_limits<std::int64_t>::max() / 16; // Feet x 12 + Inches fits below it
-  const double Whole = Shape.Feet < Safe && Shape.Inches < Safe
-                           ? static_cast<double>(Shape.Feet * 12 + Shape.Inches)
-                           : static_cast<double>(Shape.Feet) * 12 + static_cast<double>(Shape.Inches);
-  const double Result = Whole + static_cast<double>(Shape.Numerator) / static_cast<double>(Shape.Denominator);
-  return Shape.Negative ? -Result : Result;
 }
 
 } // namespace

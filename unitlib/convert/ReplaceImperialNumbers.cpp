@@ -1,4 +1,5 @@
 /// Imperial numbers inside an arithmetic text.
+#include "unitlib/convert/ImperialShape.h"
 #include "unitlib/convert/ImperialText.h"
 #include "unitlib/rtl/Numbers.h"
 #include "unitlib/rtl/Text.h"
@@ -9,21 +10,35 @@
 namespace unitlib {
 namespace {
 
-/// The text with every "mod" turned into operators of the same length, and one operator behind it to end the
-/// last token. Tokens are views into it: a joined fraction is one run of characters, too.
-std::u16string ScanText(std::u16string_view Text) {
-  std::u16string Result;
-  Result.reserve(Text.size() + 1);
-  Result.append(Text);
-  for (size_t I = 0; I + 3 <= Result.size(); ++I)
-    if (UpperAscii(Result[I]) == u'M' && SameText(std::u16string_view(Result).substr(I, 3), u"mod"))
-      Result.replace(I, 3, u"+++");
-  Result.push_back(u'+');
-  return Result;
+bool IsMod(std::u16string_view Text, size_t Pos) {
+  return (Text[Pos] == u'm' || Text[Pos] == u'M') && SameText(Text.substr(Pos, 3), u"mod");
+}
+
+/// The text with every "mod" turned into operators of the same length, kept in Buffer where there is one.
+/// Tokens are views into it: a joined fraction is one run of characters, too.
+std::u16string_view ScanText(std::u16string_view Text, std::u16string& Buffer) {
+  size_t Pos = 0;
+  while (Pos < Text.size() && !IsMod(Text, Pos)) ++Pos;
+  if (Pos == Text.size()) return Text;
+  Buffer = Text;
+  for (; Pos < Buffer.size(); ++Pos)
+    if (IsMod(Buffer, Pos)) Buffer.replace(Pos, 3, u"+++");
+  return Buffer;
 }
 
 constexpr bool IsDelimiter(char16_t C) {
-  return C == u'+' || C == u'-' || C == u'*' || C == u'/' || C == u'^' || C == u')' || C == u'\r';
+  switch (C) {
+  case u'+':
+  case u'-':
+  case u'*':
+  case u'/':
+  case u'^':
+  case u')':
+  case u'\r':
+    return true;
+  default:
+    return false;
+  }
 }
 
 bool IsTrimmedInteger(std::u16string_view Text) {
@@ -71,7 +86,7 @@ template <class TUse> void ScanTokens(std::u16string_view Work, TUse Use) {
       continue;
     }
     size_t End = Pos;
-    while (!IsDelimiter(Work[End])) ++End; // there is one: ScanText put it behind the text
+    while (End < Work.size() && !IsDelimiter(Work[End])) ++End;
     if (AfterSlash &&
         IsFractionBar(Work.substr(Last.Start, Last.End - Last.Start), Work.substr(Pos, End - Pos))) {
       Last.End = End;
@@ -79,7 +94,7 @@ template <class TUse> void ScanTokens(std::u16string_view Work, TUse Use) {
     } else {
       if (Last.End > Last.Start) Use(Last);
       Last = {Pos, End};
-      AfterSlash = Work[End] == u'/';
+      AfterSlash = End < Work.size() && Work[End] == u'/';
     }
     Pos = End + 1;
   }
@@ -101,11 +116,17 @@ struct TLength {
   int InchesEach = 1;
 };
 
-TLength ReadLength(std::u16string_view Token) {
+/// Reads what IsImperialNum takes for one; false for all else.
+bool ReadLength(std::u16string_view Token, TLength& Length) {
   double Value = 0.0;
-  if (IsEndWithSymbol(Token) && TryStrToFloat(Token.substr(0, Token.size() - 1), Value))
-    return {Value, Token.back() == InchMark ? 1 : 12};
-  return {GetInchNumByFraction(Token), 1};
+  if (IsEndWithSymbol(Token) && TryStrToFloat(Token.substr(0, Token.size() - 1), Value)) {
+    Length = {Value, Token.back() == InchMark ? 1 : 12};
+    return true;
+  }
+  TImperialShape Shape;
+  if (!ReadImperialShape(Token, Shape)) return false;
+  Length = {InchesOf(Shape), 1};
+  return true;
 }
 
 double ToFeet(TLength Length) {
@@ -120,25 +141,28 @@ double ToMetres(TLength Length) {
   return std::isfinite(Product) ? Product / 5000 : Length.Value / 5000 * Numerator;
 }
 
-double Convert(std::u16string_view Token, int Mode, double Factor) {
+double Convert(TLength Length, int Mode, double Factor) {
   constexpr int FeetMode = 2;
-  const TLength Length = ReadLength(Token);
   return (Mode == FeetMode ? ToFeet(Length) : ToMetres(Length)) * Factor;
 }
 
 } // namespace
 
 std::u16string ReplaceImperialNumbers(std::u16string_view Text, int Mode, double Factor) {
-  const std::u16string Work = ScanText(Text);
+  constexpr size_t RoomToGrow = 24; // metres often have more digits than feet
+  std::u16string Buffer;
+  const std::u16string_view Work = ScanText(Text, Buffer);
   std::u16string Result;
-  Result.reserve(Text.size());
+  Result.reserve(Text.size() + RoomToGrow);
   size_t Copied = 0;
   ScanTokens(Work, [&](const TToken& Token) {
-    const std::u16string_view Number = std::u16string_view(Work).substr(Token.Start, Token.End - Token.Start);
-    if (IsPlain(Number) || !IsImperialNum(Number, false)) return;
-    const double Value = Convert(Number, Mode, Factor);
+    const std::u16string_view Number = Work.substr(Token.Start, Token.End - Token.Start);
+    TLength Length;
+    if (IsPlain(Number) || !ReadLength(Number, Length)) return;
+    const double Value = Convert(Length, Mode, Factor);
     if (!std::isfinite(Value)) return;
-    Result.append(Text.substr(Copied, Token.Start - Copied)).append(FloatToStr(Value));
+    Result.append(Text.substr(Copied, Token.Start - Copied));
+    AppendFloat(Result, Value);
     Copied = Token.End;
   });
   return Result.append(Text.substr(Copied));

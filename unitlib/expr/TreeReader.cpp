@@ -133,9 +133,33 @@ std::unique_ptr<TNode> TTreeReader::NextNode() {
   }
 }
 
+/// The usual operand: digits and points up to an operator, the end, or the ")" of its bracket. False, and
+/// nothing read, for everything else. A third of the time of reading character by character into a text.
+bool TTreeReader::ReadPlainNumber(TToken& Token) {
+  const std::int32_t Start = FParser.FPoint;
+  if (Start < 1) return false;
+  std::int32_t End = Start;
+  while (End < FEnd && (IsDigit(CharAt(End)) || CharAt(End) == u'.')) ++End;
+  if (End == Start) return false;
+  const std::u16string_view Text(FParser.FString.data() + Start - 1, static_cast<size_t>(End - Start));
+  if (End < FEnd) {
+    const char16_t C = CharAt(End);
+    if (!IsOperatorChar(C) && (FOpen.empty() || C != u')')) return false;
+    FParser.FPoint = End + 1; // as where IsFractionBar looks from
+    const bool IsBar = C == u'/' && IsFractionBar(Text);
+    FParser.FPoint = Start;
+    if (IsBar) return false;
+  }
+  Token = {TTokenKind::Operand, Start, Text};
+  FParser.FPoint = End;
+  return true;
+}
+
 TTreeReader::TToken TTreeReader::ReadToken() {
-  std::u16string Text;
   const std::int32_t Point = FParser.FPoint;
+  if (TToken Token; ReadPlainNumber(Token)) return Token;
+  std::u16string& Text = FText;
+  Text.clear();
   while (!AtEnd()) {
     const std::int32_t At = FParser.FPoint++;
     const char16_t C = CharAt(At);
@@ -151,20 +175,21 @@ TTreeReader::TToken TTreeReader::ReadToken() {
       continue;
     }
     const bool Keep = !IsOperatorChar(C) || (C == u'/' && !Text.empty() && IsFractionBar(Text));
-    if (!Keep && Text.empty()) return {TTokenKind::Operator, At, std::u16string(1, C)};
+    if (!Keep && Text.empty())
+      return {TTokenKind::Operator, At, {&FParser.FString[static_cast<size_t>(At) - 1], 1}};
     if (!Keep) {
       --FParser.FPoint; // the operator is the next token
-      return {TTokenKind::Operand, Point, std::move(Text)};
+      return {TTokenKind::Operand, Point, Text};
     }
     Text.push_back(C);
   }
-  return EndOrOperand(std::move(Text), Point);
+  return EndOrOperand(Point);
 }
 
 /// What stands at the end of the text or bracket. Blanks there belong to nothing.
-TTreeReader::TToken TTreeReader::EndOrOperand(std::u16string Text, std::int32_t Point) const {
-  if (TrimView(Text).empty()) return {TTokenKind::End, FParser.FPoint, {}};
-  return {TTokenKind::Operand, Point, std::move(Text)};
+TTreeReader::TToken TTreeReader::EndOrOperand(std::int32_t Point) const {
+  if (TrimView(FText).empty()) return {TTokenKind::End, FParser.FPoint, {}};
+  return {TTokenKind::Operand, Point, FText};
 }
 
 /// In brackets every ")" that is met closes them: they are balanced, and inner ones are read as a whole.
@@ -180,7 +205,7 @@ bool TTreeReader::StandsForSign(std::int32_t Point) const noexcept {
 
 /// True when the "/" just read belongs to an inch fraction: digits and the inch mark follow.
 bool TTreeReader::IsFractionBar(std::u16string_view Token) const {
-  if (!IsImperialLengthCode(CurrentLengthUnit().UnitIdentifyCode)) return false;
+  if (!IsImperialLengthCode(LengthUnit().UnitIdentifyCode)) return false;
   if (!std::all_of(Token.begin(), Token.end(), IsImperialChar)) return false;
   std::int32_t Point = FParser.FPoint;
   while (Point < FEnd && IsDigit(CharAt(Point))) ++Point;
@@ -194,10 +219,10 @@ std::unique_ptr<TNode> TTreeReader::MakeNode(const TToken& Token) {
   }
   auto Node = std::make_unique<TNode>();
   Node->FNodeType = Token.Kind == TTokenKind::Operator ? ntOp : ntNum;
-  Node->SetValue(Token.Text);
+  Node->FValue.append(TrimView(Token.Text));
   Node->FPos = FParser.PlaceOf(Token.Point);
   if (Node->FNodeType == ntOp || IsMissing(*Node)) return Node; // judged by the place where it stands
-  const std::u16string Message = ClassifyOperand(*Node);
+  const std::u16string Message = ClassifyOperand(*Node, LengthUnit());
   if (Message.empty()) return Node;
   Fail(Message, Token.Point);
   return nullptr;

@@ -1,7 +1,7 @@
 /// From a text to a tree: tokens, brackets and precedence. Behind TParser::Parse and GetNode.
 #pragma once
 
-#include "unitlib/expr/ZELUnitArthProcessor.h"
+#include "unitlib/expr/ExpressionTools.h"
 
 #include <memory>
 #include <string>
@@ -42,8 +42,8 @@ private:
   enum class TTokenKind { End, Operand, Operator, Bracket, Function };
   struct TToken {
     TTokenKind Kind;
-    std::int32_t Point;  // where it starts
-    std::u16string Text; // operand, operator, or sign of a bracket
+    std::int32_t Point;       // where it starts
+    std::u16string_view Text; // operand, operator, or sign of a bracket; in the parser's text or in FText
   };
   struct TBracket {
     TSequence Content;
@@ -53,12 +53,19 @@ private:
   };
 
   TToken ReadToken();
-  TToken EndOrOperand(std::u16string Text, std::int32_t Point) const;
+  bool ReadPlainNumber(TToken& Token);
+  TToken EndOrOperand(std::int32_t Point) const;
   bool AtEnd() const noexcept;
   bool StandsForSign(std::int32_t Point) const noexcept;
   bool IsFractionBar(std::u16string_view Token) const;
   char16_t CharAt(std::int32_t Point) const noexcept {
     return FParser.FString[static_cast<size_t>(Point) - 1];
+  }
+
+  /// Current unit of lengths; the settings do not change while a text is read.
+  const TUnit& LengthUnit() const {
+    if (!FUnit) FUnit = &CurrentLengthUnit();
+    return *FUnit;
   }
 
   std::unique_ptr<TNode> NextNode();
@@ -69,10 +76,12 @@ private:
   void Fail(std::u16string_view Message, std::int32_t Point);
 
   TParser& FParser;
-  const std::int32_t FEnd;       // end position of the text
-  std::vector<TBracket> FOpen;   // innermost last
-  std::int32_t FClosing = 0;     // ")" of the outermost open bracket
-  std::int32_t FNodePoint = 1;   // start of the node read last
+  mutable const TUnit* FUnit = nullptr; // null: not asked for yet
+  std::u16string FText;                 // of a token whose characters do not all count
+  const std::int32_t FEnd;              // end position of the text
+  std::vector<TBracket> FOpen;          // innermost last
+  std::int32_t FClosing = 0;            // ")" of the outermost open bracket
+  std::int32_t FNodePoint = 1;          // start of the node read last
   std::int32_t FFailedPoint = 0; // where the reading of a bracket without an expression stopped; 0: none
 };
 

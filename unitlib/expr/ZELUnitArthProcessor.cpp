@@ -69,8 +69,17 @@ const TUnit& CurrentLengthUnit() {
   throw EListError(u"No current unit for measure " + Code, Code);
 }
 
-std::u16string ClassifyOperand(TNode& Node) {
-  const bool IsMetric = IsMetricLengthCode(CurrentLengthUnit().UnitIdentifyCode);
+bool HasLengthUnit() {
+  try {
+    CurrentLengthUnit();
+    return true;
+  } catch (const EUnitError&) {
+    return false;
+  }
+}
+
+std::u16string ClassifyOperand(TNode& Node, const TUnit& Unit) {
+  const bool IsMetric = IsMetricLengthCode(Unit.UnitIdentifyCode);
   double Value = 0.0;
   if (TryStrToFloat(Node.FValue, Value)) return ClassifyNumber(Node, Value);
   if (!IsMetric && IsEndWithSymbol(Node.FValue)) return ClassifyImperial(Node);
@@ -132,7 +141,7 @@ bool TNode::IsHigerThanOther(const TNode& AOther, bool ARespectBlock) const noex
 }
 
 void TNode::SetValue(std::u16string_view AValue) {
-  FValue = Trim(AValue);
+  FValue = TrimView(AValue);
 }
 
 TParser::TParser(std::u16string_view AText)
@@ -166,12 +175,13 @@ std::u16string TParser::SubStringInBracket() {
 
 void TParser::ProcessNode(TNode& ANode) {
   KeepError(*this, ANode.FPos, [&] {
-    const std::u16string Message = ClassifyOperand(ANode);
+    const std::u16string Message = ClassifyOperand(ANode, CurrentLengthUnit());
     if (!Message.empty()) SetError(Message, ANode.FPos);
   });
 }
 
 double TParser::GetDoubleValue(const TNode& ANode) {
+  if (ANode.FNodeType != ntOp) return ANode.FDoubleValue;
   std::vector<double> Values;
   ForEachPostOrder(ANode, [&](const TNode& Node) {
     if (Node.FNodeType != ntOp) {

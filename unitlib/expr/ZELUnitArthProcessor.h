@@ -24,25 +24,27 @@ enum TNodeType : std::uint8_t {
 /// One operand or operator of an expression, with the trees of its operands.
 class TNode {
 public:
-  TNode() { AfterConstruction(); }
-  ~TNode() { BeforeDestruction(); }
+  TNode() = default;
+  ~TNode() {
+    if (FLeft || FRight) BeforeDestruction();
+  }
   TNode(const TNode&) = delete;
   TNode& operator=(const TNode&) = delete;
 
   std::unique_ptr<TNode> FLeft;
   std::unique_ptr<TNode> FRight;
   TNodeType FNodeType = ntUnknown;
-  bool FIsBlock;              // root of a bracketed sub-expression
-  bool FIsNegative;           // that block was written with "-" before its bracket
+  bool FIsBlock = false;      // root of a bracketed sub-expression
+  bool FIsNegative = false;   // that block was written with "-" before its bracket
   std::u16string FValue;      // the token, trimmed: operand text or operator character
   std::u16string FStoreValue; // text of the operand's value for output
-  double FDoubleValue;        // value of an operand: plain numbers as typed, imperial lengths in metres
-  bool FIsVar;                // operand is a variable; after Merge also: operator with a variable below it
-  bool FIsElev;               // operand is an elevation length, see TParser::Mark
-  bool FIsImperial;           // operand was written as an imperial length, or folded from such
-  std::int32_t FPos;          // where the token starts in the text given to the parser, from 0; -1: unknown
+  double FDoubleValue = 0.0;  // value of an operand: plain numbers as typed, imperial lengths in metres
+  bool FIsVar = false;        // operand is a variable; after Merge also: operator with a variable below it
+  bool FIsElev = false;       // operand is an elevation length, see TParser::Mark
+  bool FIsImperial = false;   // operand was written as an imperial length, or folded from such
+  std::int32_t FPos = -1;     // where the token starts in the text given to the parser, from 0; -1: unknown
 
-  /// Every field as in a new node, FNodeType aside. The constructor calls it.
+  /// Every field as in a new node, FNodeType aside.
   void AfterConstruction();
   /// Frees both children and all that is below them. The destructor calls it.
   void BeforeDestruction() noexcept;

@@ -3,6 +3,7 @@
 /// freed with their list; nothing points back to a parent.
 #pragma once
 
+#include "unitlib/model/MeasureIndex.h"
 #include "unitlib/rtl/OwningList.h"
 
 #include <string>
@@ -91,7 +92,7 @@ public:
   TOwningList<TUnit> UnitContainer;
   std::u16string ExampleValue;        // a sample value in the base unit, as decimal text
   std::u16string ExampleDisplayValue; // the same as shown; computed by UpdateDispalyValue, in no file
-  int ClassifyCode = 0;               // the number every conversion names this measure by
+  TClassifyCode ClassifyCode;         // the number every conversion names this measure by
 
   TOwningList<TUnit>& Items() noexcept { return UnitContainer; }
 
@@ -100,6 +101,9 @@ public:
   /// errors      EListError the measure has no current unit
   TUnit* GetCurUnit() const { return GetUnit(CurUnitIndex); }
   std::vector<std::u16string> GetUnitDescriptionArray() const;
+
+  /// Lists of measures call it when they change.
+  static void NoteListChange() noexcept { NoteMeasureChange(); }
 
   /// Makes the first unit with exactly this description current; an unknown one changes nothing.
   void SetCurUnit(std::u16string_view UnitDescription);
@@ -119,8 +123,15 @@ public:
   /// is).
   /// errors      EListError the position is outside the list (only when not looked up by order index)
   TMeasure* Measure(int Index, bool ByOrderIndex) const;
+  /// The first measure with this classify code; null when there is none.
+  TMeasure* FindMeasure(int ClassifyCode) const noexcept {
+    return FIndex.Find(MeasureContainer, ClassifyCode);
+  }
   int MeasureCount() const noexcept { return MeasureContainer.Count(); }
   void RestoreDefault() noexcept;
+
+private:
+  TMeasureIndex FIndex;
 };
 
 /// One way of grouping digits: "123,456,789.00" or "1,2345,6789.00".

@@ -100,9 +100,7 @@ TConfig* TManager::CurConfig() {
 }
 
 TMeasure* TManager::CurConfigMeasure(int ClassifyCode) {
-  for (const auto& Measure : CurConfig()->MeasureContainer)
-    if (Measure->ClassifyCode == ClassifyCode) return Measure.get();
-  return nullptr;
+  return CurConfig()->FindMeasure(ClassifyCode);
 }
 
 TManager::TConfigList& TManager::CurUseUnitConfigContainer() {

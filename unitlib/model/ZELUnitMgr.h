@@ -55,6 +55,8 @@ public:
   /// cannot be written as
   ///             XML; EListError no set is current
   static void SaveConfigFile(std::u16string_view FileName);
+  /// What SaveConfigFile would write: UTF-8. errors      as SaveConfigFile, where they are about the settings
+  static std::string SaveConfigToMemory();
   /// Writes the working copy "SysUnit.xml" in GetTempPathForUnit(), which is created when missing.
   /// ConfigueType is not used: the current set is written whatever it says.
   /// errors      as SaveConfigFile

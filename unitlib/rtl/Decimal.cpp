@@ -145,6 +145,49 @@ TPlainText::TPlainText(TDecimal15 Value, bool Negative) : FDecimals(std::max(-Va
   }
 }
 
+size_t WriteFixed(char16_t* Out, std::uint64_t Whole, int Scale, int MinDecimals, int GroupSize) noexcept {
+  constexpr int Room = 24; // digits: one before the point and 22 behind it, at most
+  constexpr int Block =
+      8; // characters that are copied at a time, wanted or not: a copy of a known size is two moves
+  char16_t Buffer[Room + Block] = {};
+  char16_t* Digits = WriteDigits(Whole, Buffer + Room);
+  while (Buffer + Room - Digits <= Scale) *--Digits = u'0';
+  const char16_t* const Point = Buffer + Room - Scale;
+  const auto Copy = [](char16_t* To, const char16_t* From) {
+    std::memcpy(To, From, Block * sizeof(char16_t));
+  };
+  char16_t* To = Out;
+  if (GroupSize == 0) {
+    To = std::copy(static_cast<const char16_t*>(Digits), Point, To);
+  } else {
+    auto Part = (Point - Digits) % GroupSize;
+    if (Part == 0) Part = GroupSize;
+    Copy(To, Digits);
+    To += Part;
+    for (const char16_t* From = Digits + Part; From != Point; From += GroupSize, To += GroupSize) {
+      *To++ = u',';
+      Copy(To, From);
+    }
+  }
+  while (Scale > MinDecimals && Point[Scale - 1] == u'0') --Scale;
+  if (Scale > 0) {
+    *To++ = u'.';
+    for (int I = 0; I < Scale; I += Block) Copy(To + I, Point + I);
+    To += Scale;
+  }
+  return static_cast<size_t>(To - Out);
+}
+
+char16_t* WriteInteger(char16_t* Out, std::uint64_t Value) noexcept {
+  if (Value < 10) { // inches and fractions are
+    *Out = static_cast<char16_t>(u'0' + Value);
+    return Out + 1;
+  }
+  const TDigits Digits(Value);
+  std::memcpy(Out, Digits.Begin, sizeof(char16_t) * static_cast<size_t>(Digits.Count()));
+  return Out + Digits.Count();
+}
+
 void AppendPlain(std::u16string& Out, TDecimal15 Value) {
   Out.append(TPlainText(Value, false).View());
 }

@@ -1,6 +1,7 @@
 /// Decimal numbers of at most 15 significant digits: what every displayed number is made of.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -41,12 +42,20 @@ private:
   int FDecimals;
 };
 
+/// Writes Whole x 10^-Scale to Out (room for 48 characters) and returns its length: Whole < 10^15, Scale from
+/// 0 to 22; digits before the point in groups of GroupSize (3 or 4; 0: none) with commas between, trailing
+/// zeros behind the point only as far as MinDecimals asks. What TPlainText, grouping and padding make in
+/// three steps, 40 ns faster.
+size_t WriteFixed(char16_t* Out, std::uint64_t Whole, int Scale, int MinDecimals, int GroupSize) noexcept;
+
 /// Appends the number without an exponent.
 void AppendPlain(std::u16string& Out, TDecimal15 Value);
 
 /// Appends the general form: fixed from 0.00001 up to 15 digits before the point, otherwise "1.5E-7", "1E15".
 void AppendGeneral(std::u16string& Out, TDecimal15 Value);
 
+/// Writes a whole number to Out (room for 20 characters) and returns its end.
+char16_t* WriteInteger(char16_t* Out, std::uint64_t Value) noexcept;
 /// Appends a whole number in decimal.
 void AppendInteger(std::u16string& Out, std::int64_t Value);
 

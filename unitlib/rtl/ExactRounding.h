@@ -34,6 +34,13 @@ std::int64_t RoundClassicToInt64(double Value);
 /// return      nothing when the count of steps does not fit a 64-bit integer
 std::optional<TDecimal15> RoundToMultiple(double Value, const TExactNumber& Step);
 
+/// The same for the usual values, in doubles alone: false where their errors could decide, or where the
+/// result has more than 15 digits. Otherwise the result is Product x 10^-Step.Scale, Product < 10^15.
+bool RoundToMultipleWhenClear(double Value, const TExactNumber& Step, std::uint64_t& Product) noexcept;
+/// The same with big integers, whatever the value: the literal second way, which the others are compared
+/// with.
+std::optional<TDecimal15> RoundToMultipleExact(double Value, const TExactNumber& Step);
+
 /// A length split by a rounding step of Numerator / Denominator.
 ///   Whole       trunc(r), r being the length rounded to the step
 ///   StepsPerOne trunc(Denominator / Numerator): steps per whole, 0 for steps above 1
@@ -49,6 +56,13 @@ struct TFractionSplit {
 /// errors      ERangeError a part does not fit a 64-bit integer
 TFractionSplit SplitByFraction(double Value, const TExactNumber& Numerator, const TExactNumber& Denominator,
                                bool WithSteps = true);
+
+/// The same with big integers: the literal second way.
+TFractionSplit SplitByFractionExact(double Value, const TExactNumber& Numerator, const TExactNumber& Denominator,
+                                    bool WithSteps = true);
+/// The same for steps of 1 / 2^Shift (at most 16), in doubles: false where a tie is so near that they cannot
+/// tell, and for values of 10^9 and more. Steps counts 2^-Shift here, and is 0 where nothing is shown.
+bool SplitByPowerOf2(double Value, int Shift, std::int64_t& Whole, std::int64_t& Steps) noexcept;
 
 /// trunc(Numerator / Denominator).
 /// errors      ERangeError it does not fit a 64-bit integer

@@ -209,6 +209,11 @@ bool IsInteger(std::u16string_view Text) noexcept {
 std::u16string FloatToStr(double Value) {
   return DigitsText<AppendGeneral>(Value);
 }
+void AppendFloat(std::u16string& Out, double Value) {
+  RequireFinite(Value);
+  if (Value < 0) Out.push_back(u'-');
+  AppendGeneral(Out, ToDecimal15(std::fabs(Value)));
+}
 std::u16string FloatToPlainStr(double Value) {
   return DigitsText<AppendPlain>(Value);
 }

@@ -46,6 +46,9 @@ bool IsInteger(std::u16string_view Text) noexcept;
 /// errors      ERangeError the value is not finite
 std::u16string FloatToStr(double Value);
 
+/// Appends that text.
+void AppendFloat(std::u16string& Out, double Value);
+
 /// The same digits without an exponent: 1E20 gives "100000000000000000000", 1.5E-7 gives "0.00000015".
 /// errors      ERangeError the value is not finite
 std::u16string FloatToPlainStr(double Value);

@@ -15,9 +15,18 @@ namespace unitlib {
 [[noreturn]] void RaiseNullItem();
 
 /// Items are freed when removed or when the list is freed. Positions are 0-based and signed, as the model
-/// keeps them.
+/// keeps them. A T that has a NoteListChange() is told when items come and go.
 template <class T> class TOwningList {
 public:
+  TOwningList() = default;
+  TOwningList(TOwningList&& Other) noexcept : FItems(std::move(Other.FItems)) { NoteChange(); }
+  TOwningList& operator=(TOwningList&& Other) noexcept {
+    FItems = std::move(Other.FItems);
+    NoteChange();
+    return *this;
+  }
+  ~TOwningList() = default;
+
   int Count() const noexcept { return static_cast<int>(FItems.size()); }
 
   /// The item at Index; EListError when Index is outside 0 .. Count() - 1.
@@ -35,20 +44,31 @@ public:
   /// Appends an item (a fresh one by default) and returns a reference to it; EListError when it is null.
   T& Add(std::unique_ptr<T> Item = std::make_unique<T>()) {
     if (!Item) RaiseNullItem();
+    NoteChange();
     return *FItems.emplace_back(std::move(Item));
   }
+
+  /// Room for Count items, taken once.
+  void Reserve(int Count) { FItems.reserve(static_cast<size_t>(Count)); }
 
   /// Frees the item at Index; EListError when Index is outside the list.
   void Delete(int Index) {
     if (!Has(Index)) RaiseListIndex(Index);
+    NoteChange();
     FItems.erase(FItems.begin() + Index);
   }
-  void Clear() noexcept { FItems.clear(); }
+  void Clear() noexcept {
+    NoteChange();
+    FItems.clear();
+  }
 
   auto begin() const noexcept { return FItems.begin(); }
   auto end() const noexcept { return FItems.end(); }
 
 private:
+  static void NoteChange() noexcept {
+    if constexpr (requires { T::NoteListChange(); }) T::NoteListChange();
+  }
   bool Has(int Index) const noexcept { return Index >= 0 && static_cast<size_t>(Index) < FItems.size(); }
 
   std::vector<std::unique_ptr<T>> FItems;

@@ -60,6 +60,24 @@ bool DecodeUtf8(std::string_view Text, size_t& Pos, char32_t& C) noexcept {
   return true;
 }
 
+/// Length of the ASCII that Text starts with, eight bytes at a time: nearly all texts are nothing else.
+size_t AsciiPrefix(std::string_view Text) noexcept {
+  size_t Pos = 0;
+  for (; Text.size() - Pos >= 8; Pos += 8) {
+    std::uint64_t Bytes;
+    std::memcpy(&Bytes, Text.data() + Pos, sizeof Bytes);
+    if ((Bytes & 0x8080'8080'8080'8080U) != 0) break;
+  }
+  while (Pos < Text.size() && static_cast<unsigned char>(Text[Pos]) < 0x80) ++Pos;
+  return Pos;
+}
+
+size_t AsciiPrefix(std::u16string_view Text) noexcept {
+  size_t Pos = 0;
+  while (Pos < Text.size() && Text[Pos] < 0x80) ++Pos;
+  return Pos;
+}
+
 } // namespace
 
 std::u16string_view TrimView(std::u16string_view Text) noexcept {
@@ -112,9 +130,11 @@ std::u16string ReplaceStr(std::u16string_view Text, std::u16string_view Old, std
 }
 
 std::string ToUtf8(std::u16string_view Text) {
-  std::string Out;
-  Out.reserve(Text.size());
-  for (size_t I = 0; I < Text.size(); ++I) {
+  const size_t Ascii = AsciiPrefix(Text);
+  std::string Out(Ascii, '\0');
+  std::transform(Text.begin(), Text.begin() + static_cast<std::ptrdiff_t>(Ascii), Out.begin(),
+                 [](char16_t C) { return static_cast<char>(C); });
+  for (size_t I = Ascii; I < Text.size(); ++I) {
     char32_t C = Text[I];
     if (IsHighSurrogate(C) && I + 1 < Text.size() && IsLowSurrogate(Text[I + 1]))
       C = 0x10000 + ((C - 0xD800) << 10) + (Text[++I] - 0xDC00U);
@@ -126,9 +146,11 @@ std::string ToUtf8(std::u16string_view Text) {
 }
 
 std::u16string FromUtf8(std::string_view Text) {
-  std::u16string Out;
-  Out.reserve(Text.size());
-  for (size_t Pos = 0; Pos < Text.size();) {
+  const size_t Ascii = AsciiPrefix(Text);
+  std::u16string Out(Ascii, u'\0');
+  std::transform(Text.begin(), Text.begin() + static_cast<std::ptrdiff_t>(Ascii), Out.begin(),
+                 [](char C) { return static_cast<char16_t>(C); });
+  for (size_t Pos = Ascii; Pos < Text.size();) {
     char32_t C = 0;
     AppendUtf16(Out, DecodeUtf8(Text, Pos, C) ? C : Replacement);
   }
@@ -137,9 +159,11 @@ std::u16string FromUtf8(std::string_view Text) {
 
 bool IsUtf8(std::string_view Text) noexcept {
   char32_t C = 0;
-  for (size_t Pos = 0; Pos < Text.size();)
+  for (size_t Pos = 0;;) {
+    Pos += AsciiPrefix(Text.substr(Pos));
+    if (Pos == Text.size()) return true;
     if (!DecodeUtf8(Text, Pos, C)) return false;
-  return true;
+  }
 }
 
 } // namespace unitlib

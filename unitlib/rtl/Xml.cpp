@@ -6,10 +6,12 @@
 #include "unitlib/rtl/OwningList.h"
 #include "unitlib/rtl/Text.h"
 #include "unitlib/rtl/XmlScan.h"
+#include "unitlib/rtl/XmlText.h"
 
 #include <pugixml.hpp>
 
 #include <algorithm>
+#include <cstring>
 #include <new>
 
 namespace unitlib {
@@ -47,11 +49,41 @@ bool IsUtf16(std::u16string_view Text) {
   return true;
 }
 
-/// True for the characters that XML 1.0 can carry, in well-formed UTF-16.
-bool IsXmlText(std::u16string_view Text) {
-  return IsUtf16(Text) && std::all_of(Text.begin(), Text.end(), [](char16_t C) {
-           return C < 0xFFFE && (C >= u' ' || C == u'\t' || C == u'\n' || C == u'\r');
-         });
+/// A name for the library underneath; the usual ones need no memory from the heap.
+class TUtf8Name {
+public:
+  explicit TUtf8Name(std::u16string_view Name) {
+    size_t Size = 0;
+    while (Size < Name.size() && Size + 1 < sizeof FShort && Name[Size] < 0x80 && Name[Size] != 0) {
+      FShort[Size] = static_cast<char>(Name[Size]);
+      ++Size;
+    }
+    FShort[Size] = '\0';
+    if (Size == Name.size()) return;
+    FLong = ToUtf8(Name);
+    FText = FLong.c_str();
+  }
+  TUtf8Name(const TUtf8Name&) = delete;
+  TUtf8Name& operator=(const TUtf8Name&) = delete;
+  const char* Text() const { return FText; }
+
+private:
+  char FShort[48];
+  std::string FLong;
+  const char* FText = FShort;
+};
+
+/// A whole number as files have it: up to nine digits, perhaps a sign. False for all else, which may be one
+/// too.
+bool ReadPlainInteger(const char* Text, int& Value) {
+  const bool Negative = *Text == '-';
+  if (Negative) ++Text;
+  int Result = 0, Count = 0;
+  for (; *Text >= '0' && *Text <= '9' && Count < 10; ++Text, ++Count)
+    Result = Count < 9 ? Result * 10 + (*Text - '0') : 0;
+  if (*Text != 0 || Count == 0 || Count > 9) return false;
+  Value = Negative ? -Result : Result;
+  return true;
 }
 
 /// What an error tells of a text: a hostile file must not make it megabytes long.
@@ -113,12 +145,6 @@ public:
   void write(const void* Data, size_t Size) override { Text.append(static_cast<const char*>(Data), Size); }
   std::string Text;
 };
-
-void CheckText(std::u16string_view Element, std::u16string_view Attribute, std::u16string_view Value) {
-  if (IsXmlText(Value)) return;
-  throw EXmlError(u"A character that XML cannot carry",
-                  {{}, 0, std::u16string(Element), std::u16string(Attribute)}, Value);
-}
 
 } // namespace
 
@@ -195,7 +221,7 @@ TXMLNode TXMLDocument::DocumentElement() const {
 }
 
 TXMLNode TXMLDocument::AddDocumentElement(std::u16string_view Name) {
-  const pugi::xml_node Root = FContent->Document.append_child(ToUtf8(Name).c_str());
+  const pugi::xml_node Root = FContent->Document.append_child(TUtf8Name(Name).Text());
   if (!Root) throw std::bad_alloc();
   return TXMLNode(this, Root.internal_object());
 }
@@ -228,9 +254,15 @@ TXMLNode TXMLNode::Child(int Index) const {
 }
 
 TXMLNode TXMLNode::ChildByName(std::u16string_view ChildName) const {
-  const std::string Wanted = ToUtf8(ChildName);
-  const pugi::xml_node Found = Pugi(FNode).child(Wanted.c_str());
-  if (!Found) Raise(u"Missing child \"" + std::u16string(ChildName) + u"\"", {}, ChildName);
+  return ChildByName(TUtf8Name(ChildName).Text());
+}
+
+TXMLNode TXMLNode::ChildByName(const char* ChildName) const {
+  const pugi::xml_node Found = Pugi(FNode).child(ChildName);
+  if (!Found) {
+    const std::u16string Missing = FromUtf8(ChildName);
+    Raise(u"Missing child \"" + Missing + u"\"", {}, Missing);
+  }
   return TXMLNode(FDocument, Found.internal_object());
 }
 
@@ -241,42 +273,56 @@ void TXMLNode::Raise(std::u16string_view Problem, std::u16string_view AttributeN
       Text);
 }
 
-const char* TXMLNode::RequiredAttribute(std::u16string_view AttributeName) const {
-  const pugi::xml_attribute Found = Pugi(FNode).attribute(ToUtf8(AttributeName).c_str());
-  if (!Found) Raise(u"Missing", AttributeName, {});
+const char* TXMLNode::RequiredAttribute(const char* AttributeName) const {
+  const pugi::xml_attribute Found = Pugi(FNode).attribute(AttributeName);
+  if (!Found) Raise(u"Missing", FromUtf8(AttributeName), {});
   return Found.value();
 }
 
 std::u16string TXMLNode::AttributeText(std::u16string_view AttributeName) const {
+  return AttributeText(TUtf8Name(AttributeName).Text());
+}
+int TXMLNode::AttributeInteger(std::u16string_view AttributeName) const {
+  return AttributeInteger(TUtf8Name(AttributeName).Text());
+}
+bool TXMLNode::AttributeBoolean(std::u16string_view AttributeName) const {
+  return AttributeBoolean(TUtf8Name(AttributeName).Text());
+}
+
+std::u16string TXMLNode::AttributeText(const char* AttributeName) const {
   return FromUtf8(RequiredAttribute(AttributeName));
 }
 
-int TXMLNode::AttributeInteger(std::u16string_view AttributeName) const {
-  const char* const Source = RequiredAttribute(AttributeName);
-  const std::u16string Text = FromUtf8(Source);
+int TXMLNode::AttributeInteger(const char* AttributeName) const {
+  const char* const Plain = RequiredAttribute(AttributeName);
   int Value = 0;
+  if (ReadPlainInteger(Plain, Value)) return Value;
+  const std::u16string Text = FromUtf8(Plain);
   if (Text.empty() || Text.front() == u' ' || !TryStrToInt(Text, Value))
-    Raise(u"\"" + Shown(Source) + u"\" is not a 32-bit integer", AttributeName, Shown(Source));
+    Raise(u"\"" + Shown(Plain) + u"\" is not a 32-bit integer", FromUtf8(AttributeName), Shown(Plain));
   return Value;
 }
 
-bool TXMLNode::AttributeBoolean(std::u16string_view AttributeName) const {
-  const std::u16string Text = Shown(RequiredAttribute(AttributeName));
+bool TXMLNode::AttributeBoolean(const char* AttributeName) const {
+  const char* const Plain = RequiredAttribute(AttributeName);
+  if (std::strcmp(Plain, "false") == 0) return false; // as it is nearly always written
+  if (std::strcmp(Plain, "true") == 0) return true;
+  const std::u16string Text = Shown(Plain);
   if (SameText(Text, u"true") || Text == u"1" || Text == u"-1") return true;
   if (!SameText(Text, u"false") && Text != u"0")
-    Raise(u"\"" + Text + u"\" is not a Boolean", AttributeName, Text);
+    Raise(u"\"" + Text + u"\" is not a Boolean", FromUtf8(AttributeName), Text);
   return false;
 }
 
 TXMLNode TXMLNode::AddChild(std::u16string_view ChildName) {
-  const pugi::xml_node Child = Pugi(FNode).append_child(ToUtf8(ChildName).c_str());
+  const pugi::xml_node Child = Pugi(FNode).append_child(TUtf8Name(ChildName).Text());
   if (!Child) throw std::bad_alloc();
   return TXMLNode(FDocument, Child.internal_object());
 }
 
 void TXMLNode::AddText(std::u16string_view AttributeName, std::u16string_view Value) {
-  CheckText(Name(), AttributeName, Value);
-  pugi::xml_attribute Attribute = Pugi(FNode).append_attribute(ToUtf8(AttributeName).c_str());
+  if (!IsXmlText(Value)) RaiseNoXmlText(Name(), AttributeName, Value);
+  pugi::xml_attribute Attribute = Pugi(FNode).append_attribute(TUtf8Name(AttributeName).Text());
   if (!Attribute || !Attribute.set_value(ToUtf8(Value).c_str())) throw std::bad_alloc();
 }
 

