@@ -121,7 +121,9 @@ private:
 
   void ReadMeasure(TXMLNode Node, TMeasure& Measure, int Position) {
     Measure.Description = Found(Node, u"Description").value_or(u"");
-    TryStrToInt(Found(Node, u"ClassifyCode").value_or(u"-1"), Measure.ClassifyCode);
+    int Code = Measure.ClassifyCode;
+    TryStrToInt(Found(Node, u"ClassifyCode").value_or(u"-1"), Code);
+    Measure.ClassifyCode = Code;
     const defaults::TMeasureRow* Row = FactoryMeasure(Measure);
     Measure.Description =
         Text(Node, u"Description", Row ? std::u16string(Row->Description) : Numbered(u"Measure", Position));
