@@ -72,6 +72,8 @@ private:
       Text = IsSum ? MakeSum(FRandom) : MakeLength(FRandom);
     const bool Measured = IsLength() || FField->Measure == 1 || FField->Measure == 2 || FField->Measure == 6;
     if (!Measured) Text.Value.reset(), Text.MustBeRead = false;
+    // 1.234 is refused where a comma may be the decimal mark.
+    if (FOptions.DecimalComma && Text.Text.find(u'.') != std::u16string::npos) Text.MustBeRead = false;
     return Below(4) == 0 ? Mutate(Text, FRandom) : Text;
   }
 

@@ -212,6 +212,28 @@ void RequireShowable(const TResult& Result, const TField& Field) {
     Refuse(TTypedProblem::Range, 0, u"the value is outside the range that can be shown");
 }
 
+/// The text as the field shows its value: points are its decimal marks then, whatever the options say.
+bool IsShownSo(std::u16string_view Text, const TResult& Result, const TField& Field) {
+  if (!Result.HasValue) return false;
+  return SameText(Text, Field.Shown(Result.Base)) ||
+         SameText(Text, TMeasureDataManager::StoreToDisplay(Field.Measure, Result.Base, BaseScale));
+}
+
+/// 1.234 where a comma may be the decimal mark: the point may then separate thousands.
+void RequireClearPoint(std::u16string_view Text, const TResult& Result, const TField& Field) {
+  constexpr std::u16string_view Characters = u"0123456789,.";
+  for (std::size_t Begin = 0, End = 0; (Begin = Text.find_first_of(Characters, End)) != Text.npos;) {
+    End = std::min(Text.find_first_not_of(Characters, Begin), Text.size());
+    const std::u16string Run(Text.substr(Begin, End - Begin));
+    const std::size_t Point = Run.find(u'.');
+    const bool Grouped = Point >= 1 && Point <= 3 && Run.size() == Point + 4 && Run.front() != u'0' &&
+                         Run.find(u',') == Run.npos && Run.find(u'.', Point + 1) == Run.npos;
+    if (!Grouped || IsShownSo(Text, Result, Field)) continue;
+    Refuse(TTypedProblem::Ambiguous, Begin, u"the point may separate thousands or be the decimal mark", Begin,
+           End, {Run.substr(0, Point) + Run.substr(Point + 1), Run + u"0"});
+  }
+}
+
 TTypedReading Accepted(std::u16string_view Text, const TResult& Result, const TField& Field) {
   RequireShowable(Result, Field);
   TTypedReading Reading;
@@ -233,7 +255,9 @@ TTypedReading ReadIn(std::u16string_view Text, const TField& Field) {
     Refuse(TTypedProblem::TooLong, MaxLength,
            u"the text is longer than " + IntToStr(MaxLength) + u" characters");
   RequireClearCommas(Text, Field);
-  return Accepted(Text, Field.IsExpression() ? Expression(Text, Field) : SingleValue(Text, Field), Field);
+  const TResult Result = Field.IsExpression() ? Expression(Text, Field) : SingleValue(Text, Field);
+  if (Field.Options.DecimalComma) RequireClearPoint(Text, Result, Field);
+  return Accepted(Text, Result, Field);
 }
 
 TTypedReading Refused(const TRefusal& Refusal) {
