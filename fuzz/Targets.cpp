@@ -14,6 +14,7 @@ constexpr TTarget Targets[] = {
     {"imperial", "feet, inches and fractions: recognised and read", RunImperial},
     {"replace_imperial", "imperial numbers inside arithmetic, replaced", RunReplaceImperial},
     {"settings", "the settings file: read, saved, read again", RunSettings},
+    {"typed", "what estimators really type", RunTyped},
     {"units", "the 34 unit classes: texts read, values shown", RunUnits},
 };
 

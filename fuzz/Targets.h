@@ -27,6 +27,7 @@ void RunExpression(TInput& Input);
 void RunImperial(TInput& Input);
 void RunReplaceImperial(TInput& Input);
 void RunSettings(TInput& Input);
+void RunTyped(TInput& Input);
 void RunUnits(TInput& Input);
 
 } // namespace unitlib::fuzz

@@ -15,9 +15,7 @@ namespace fs = std::filesystem;
 class TFolder {
 public:
   TFolder() {
-    const fs::path InMemory = "/dev/shm";
-    FPath = ((fs::is_directory(InMemory) ? InMemory : fs::temp_directory_path()) / "unitlib-fuzz-XXXXXX")
-                .string();
+    FPath = (fs::temp_directory_path() / "unitlib-fuzz-XXXXXX").string();
     if (!mkdtemp(FPath.data())) Fail("no folder for files: " + FPath);
   }
   ~TFolder() {
