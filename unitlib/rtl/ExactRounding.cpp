@@ -194,8 +194,8 @@ bool RoundToMultipleWhenClear(double Value, const TExactNumber& Step, std::uint6
   return true;
 }
 
-TFractionSplit SplitByFractionExact(double Value, const TExactNumber& Numerator, const TExactNumber& Denominator,
-                                    bool WithSteps) {
+TFractionSplit SplitByFractionExact(double Value, const TExactNumber& Numerator,
+                                    const TExactNumber& Denominator, bool WithSteps) {
   const TRatio PerOne = ExactOf(Denominator) / ExactOf(Numerator);
   const TRatio Exact = ExactOf(Value);
   const TBigInt Count = RoundClassicExact(Exact * PerOne);

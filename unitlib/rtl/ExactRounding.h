@@ -58,8 +58,8 @@ TFractionSplit SplitByFraction(double Value, const TExactNumber& Numerator, cons
                                bool WithSteps = true);
 
 /// The same with big integers: the literal second way.
-TFractionSplit SplitByFractionExact(double Value, const TExactNumber& Numerator, const TExactNumber& Denominator,
-                                    bool WithSteps = true);
+TFractionSplit SplitByFractionExact(double Value, const TExactNumber& Numerator,
+                                    const TExactNumber& Denominator, bool WithSteps = true);
 /// The same for steps of 1 / 2^Shift (at most 16), in doubles: false where a tie is so near that they cannot
 /// tell, and for values of 10^9 and more. Steps counts 2^-Shift here, and is 0 where nothing is shown.
 bool SplitByPowerOf2(double Value, int Shift, std::int64_t& Whole, std::int64_t& Steps) noexcept;
