@@ -74,10 +74,15 @@ const TMeasureRow* FactoryMeasure(const TMeasure& Measure) {
 bool IsFactoryTwin(const TMeasure& Measure) {
   const TMeasureRow& Twin = Measures.back();
   if (Measure.ClassifyCode != Twin.ClassifyCode || Measure.Description != Twin.Description) return false;
-  return std::all_of(Measure.UnitContainer.begin(), Measure.UnitContainer.end(), [&](const auto& Unit) {
-    return std::any_of(Twin.Units.begin(), Twin.Units.end(),
-                       [&](const TUnitRow& Row) { return Row.IdentifyCode == Unit->UnitIdentifyCode; });
-  });
+  // GCC 12 breaks down over a lambda within a lambda here, with sanitizers on.
+  const auto HasRow = [&Twin](int Code) {
+    for (const TUnitRow& Row : Twin.Units)
+      if (Row.IdentifyCode == Code) return true;
+    return false;
+  };
+  for (const auto& Unit : Measure.UnitContainer)
+    if (!HasRow(Unit->UnitIdentifyCode)) return false;
+  return true;
 }
 
 void AddFactoryRounds(const TUnitRow& Row, TUnit& Unit) {
