@@ -56,7 +56,8 @@ std::vector<std::string> Arguments(int Count, char** Values) {
 }
 
 std::string Environment(const char* Name) {
-  const char* const Value = std::getenv(Name);
+  // Read while the program starts, before it has a second thread.
+  const char* const Value = std::getenv(Name); // NOLINT(concurrency-mt-unsafe)
   return Value ? Value : "";
 }
 

@@ -196,7 +196,8 @@ void RemoveLeftovers(const std::string& Target) {
   const std::string Folder = Target.substr(0, Split), Head = Target.substr(Split) + ".";
   const std::unique_ptr<DIR, int (*)(DIR*)> Entries(opendir(Split == 0 ? "." : Folder.c_str()), closedir);
   if (!Entries) return;
-  while (const dirent* const Entry = readdir(Entries.get())) {
+  // The stream is this call's own: readdir is safe beside other threads.
+  while (const dirent* const Entry = readdir(Entries.get())) { // NOLINT(concurrency-mt-unsafe)
     if (!IsTemporaryName(Entry->d_name, Head)) continue;
     const std::string Name = Folder + Entry->d_name;
     const THandle Handle(OpenFile(Name.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW));

@@ -271,7 +271,7 @@ double LargestNumber(const std::vector<TToken>& Tokens, const TField& Field) {
 std::u16string OffsetText(const TTerm& Term, const TRational& Exact, const TField& Field) {
   if (!Exact.IsExact()) Refuse(TTypedProblem::Range, Term.Begin, u"more digits than can be kept");
   if (Term.OffsetKind == TKind::Amount) return LengthText(Exact * TRational(5, 127), Field, Term.Begin);
-  const std::u16string Text = DecimalText(Exact);
+  std::u16string Text = DecimalText(Exact);
   if (Field.IsFractional && !Exact.IsWhole())
     Refuse(TTypedProblem::MissingMark, Term.End, Text + u" needs a mark here: feet or inches?");
   if (!Field.Check(Text)) Refuse(TTypedProblem::Range, Term.Begin, Text + u" is outside the range of values");

@@ -153,9 +153,9 @@ TRewritten Rewrite(const TQuantity& Quantity, const TField& Field) {
   if (!Field.Unit)
     Refuse(TTypedProblem::Field, Quantity.Begin, u"the unit of this field reads its own texts only");
   RequireSameKind(Quantity, Field);
-  const TRewritten Result = Quantity.IsPlain()        ? RewritePlain(Quantity, Field)
-                            : Quantity.IsFeetInches() ? RewriteFeetInches(Quantity, Field)
-                                                      : RewriteUnit(Quantity, Field);
+  TRewritten Result = Quantity.IsPlain()        ? RewritePlain(Quantity, Field)
+                      : Quantity.IsFeetInches() ? RewriteFeetInches(Quantity, Field)
+                                                : RewriteUnit(Quantity, Field);
   const bool Read = Field.Check(Result.Text);
   if (!Read || !Agree(Field.StoreBase(Result.Text), Result.Base) ||
       !Agree(Expected(Quantity, Field), Result.Base))

@@ -27,8 +27,8 @@ public:
     FPanels.push_back(AddPanel(&FForm, Name));
     return FPanels.back();
   }
-  void Place(int Height, std::vector<TPlace> Places) {
-    FPlacings.emplace_back(FScale, wxSize(ClientWidth, Height), std::move(Places));
+  void Place(int Height, const std::vector<TPlace>& Places) {
+    FPlacings.emplace_back(FScale, wxSize(ClientWidth, Height), Places);
   }
   /// Moves everything and returns the size needed.
   wxSize Apply() {
