@@ -9,12 +9,14 @@
 
 #include <cmath>
 #include <iterator>
+#include <limits>
 
 namespace unitlib::fuzz {
 namespace {
 
 constexpr std::size_t LongestText = 300;
 constexpr int Measure = 0;
+constexpr double TwoRoundings = 2 * std::numeric_limits<double>::epsilon();
 
 /// Identity codes of the classes that have one of their own; in the order of slow/Units.cpp.
 int CodeOf(int Class) {
@@ -39,21 +41,30 @@ void CheckAccepted(const TTypedReading& Reading, const std::u16string& Text, con
   if (Options.Kind != TTypedKind::SingleValue) return;
   Require(TMeasureDataManager::CheckDisplay(Measure, Reading.Rewritten),
           "the facade reads " + Show(Reading.Rewritten) + ", that", Text);
-  RequireSame("the value of " + Show(Reading.Rewritten), Text, Reading.StoreValue,
-              TMeasureDataManager::DisplayToStore(Measure, Reading.Rewritten, Options.ScaleIndex));
+  RequireNear("the value of " + Show(Reading.Rewritten), Text, Reading.StoreValue,
+              TMeasureDataManager::DisplayToStore(Measure, Reading.Rewritten, Options.ScaleIndex),
+              TwoRoundings);
 }
 
-/// What the facade reads is read the same. It passes over every comma, wherever it stands: where commas
-/// separate no groups the reading is refused on purpose.
+/// The kinds of texts that the facade reads and this layer refuses, because the trade reads them otherwise: a comma
+/// that separates no groups, a dash before a fraction without a mark, a bare fraction in decimal feet.
+bool MayBeRefused(const slow::TUnitSetup& Setup, const std::u16string& Text) {
+  const bool HasFraction = Text.find(u'/') != Text.npos;
+  const bool HasDash = Text.find(u'-', 1) != Text.npos;
+  const bool HasMark = Text.find_first_of(u"'\"") != Text.npos;
+  const bool IsBareFraction = HasFraction && !HasMark && (HasDash || Setup.Code == 10);
+  return Text.find(u',') != Text.npos || IsBareFraction;
+}
+
+/// What the facade reads is read the same, and never differently.
 void CheckFacadeText(const slow::TUnitSetup& Setup, const std::u16string& Text, const TTypedOptions& Options,
                      const TTypedReading& Reading) {
-  if (Options.Kind != TTypedKind::SingleValue || Options.DecimalComma || Text.find(u',') != Text.npos) return;
-  if (!slow::IsValid(Setup, Text)) return;
+  if (Options.Kind != TTypedKind::SingleValue || Options.DecimalComma || !slow::IsValid(Setup, Text)) return;
+  if (!Reading.Accepted && MayBeRefused(Setup, Text)) return;
   Require(Reading.Accepted && Reading.HasValue, "what the facade reads is read, with " + Show(Reading.Reason),
           Text);
   const slow::TValue Wanted = slow::AsDouble(Setup, Text, Options.ScaleIndex);
-  RequireNear("the value of what the facade reads", Text, Reading.StoreValue, Wanted.Value,
-              Wanted.IsNear ? 1e-15 : 0);
+  RequireNear("the value of what the facade reads", Text, Reading.StoreValue, Wanted.Value, TwoRoundings);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "tests/typing/TypedFields.h"
 #include "unitlib/convert/ZELUnitConvertor.h"
 #include "unitlib/expr/ZELUnitArthProcessor.h"
+#include "unitlib/model/ZELUnitMgr.h"
 #include "unitlib/rtl/Errors.h"
 
 #include <gmock/gmock.h>
@@ -113,6 +114,16 @@ TEST_F(TypedReadingTest, ExplainsItsSteps) {
   EXPECT_THAT(Texts,
               ElementsAre(u"10'-6 1/2\"", u"10 feet 6 1/2 inches, dash read as a separator", u"10'6 1/2\"",
                           u"10'6 1/2\"", u"10", u"6", u"1/2", u"3213.1 mm", u"10' 6 1/2\""));
+}
+
+TEST_F(TypedReadingTest, ReadsWhatCannotBeShown) {
+  // Square feet are shown in groups of digits, and none is current: reading needs none.
+  const int Group = TSystemUnitDataManager::GetCurDigitGroupIndex();
+  TSystemUnitDataManager::SetCurDigitGroupIndex(7);
+  const TTypedReading Reading = ReadTyped(1, u"2");
+  TSystemUnitDataManager::SetCurDigitGroupIndex(Group);
+  EXPECT_TRUE(Reading.Accepted);
+  EXPECT_DOUBLE_EQ(Reading.StoreValue, 2 * 92903.04);
 }
 
 TEST_F(TypedReadingTest, RefusesLongTextsAtOnce) {

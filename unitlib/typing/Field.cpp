@@ -63,10 +63,8 @@ double TField::StoreBase(std::u16string_view Text) const {
 std::u16string TField::Shown(double Base) const {
   try {
     return TMeasureDataManager::StoreToDisplay(Measure, Base, BaseScale, true);
-  } catch (const EListError&) {
-    throw;
   } catch (const EUnitError&) {
-    return {};
+    return {}; // an increment that is no number, no digit group that is current: read it can be all the same
   }
 }
 
