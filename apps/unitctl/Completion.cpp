@@ -102,7 +102,7 @@ private:
     std::vector<std::string> Result;
     if (Option && Option->get_items_expected_max() > 0)
       for (const std::string& Value : Values(Option->get_type_name()))
-        Result.push_back(Value == FileNames ? Value : Name + "=" + Value);
+        Result.push_back(Value == FileNames ? Value : std::string(Name).append("=").append(Value));
     return Result;
   }
 

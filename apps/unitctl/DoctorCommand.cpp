@@ -44,7 +44,7 @@ std::string BesideName(const std::string& Path) {
 /// Where the copy goes. errors      ERefused the file itself, or a file that is there already
 std::string CopyPath(const TDoctorOptions& Options, const std::string& Path) {
   if (Options.Output && Options.Output->empty()) throw ERefused(Say("schedule.no-output"));
-  const std::string Copy = Options.Output.value_or(BesideName(Path));
+  std::string Copy = Options.Output.value_or(BesideName(Path));
   std::error_code Error;
   if (std::filesystem::equivalent(NativePath(Copy), NativePath(Path), Error))
     throw ERefused(Say("doctor.same-file", Printable(Copy)));

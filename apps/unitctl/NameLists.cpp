@@ -25,6 +25,7 @@ std::vector<std::string> Systems(const TMeasure*) {
 
 std::vector<std::string> Groups(const TMeasure*) {
   std::vector<std::string> Result;
+  Result.reserve(static_cast<std::size_t>(TManager::DigitGroupCount()));
   for (int I = 0; I < TManager::DigitGroupCount(); ++I)
     Result.push_back(ToUtf8(TManager::DigitGroup(I)->Description));
   return Result;

@@ -38,6 +38,7 @@ std::string Numbered(const TKnownName& Known) {
 [[noreturn]] void RefuseText(const std::string& What, std::string_view Typed,
                              const std::vector<TKnownName>& Known) {
   std::vector<std::string> Names;
+  Names.reserve(Known.size());
   for (const TKnownName& Name : Known) Names.push_back(ToUtf8(Name.Description));
   throw ERefused(Say("names.unknown", What, Quoted(Names[NearestName(Typed, Names)])));
 }
@@ -97,6 +98,7 @@ int FindSystem(std::string_view Name) {
 
 int FindDigitGroup(std::string_view Name) {
   std::vector<TKnownName> Known;
+  Known.reserve(static_cast<std::size_t>(TSystemUnitDataManager::DigitGroupCount()));
   for (int I = 0; I < TSystemUnitDataManager::DigitGroupCount(); ++I)
     Known.push_back({I, TSystemUnitDataManager::DigitGroup(I)->Description});
   return FindName(Say("kind.group"), Name, Known);

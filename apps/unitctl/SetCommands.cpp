@@ -111,6 +111,7 @@ void Reset(TContext& Context, const std::vector<std::string>& Measures) {
   const TSession Session(Context);
   TConfig& System = TSession::System();
   std::vector<TMeasure*> Chosen;
+  Chosen.reserve(Measures.size());
   for (const std::string& Name : Measures) Chosen.push_back(&FindMeasure(System, Name));
   std::string Text;
   for (TMeasure* Measure : Chosen) {

@@ -101,7 +101,7 @@ void TSystemUnitFormatFrm::CreateControls() {
   ckZZXSJ = AddSwitch(4, TUiText::ShowPlus, "ckZZXSJ");
   ckSYSWFZ = AddSwitch(5, TUiText::UseDigitGrouping, "ckSYSWFZ");
   ckXQKG = AddSwitch(6, TUiText::SuppressSpaces, "ckXQKG");
-  Stack.Place(PanelHeights[4], std::move(Places));
+  Stack.Place(PanelHeights[4], Places);
 
   Panel = Stack.Add("pnlButtons");
   btnOK = AddButton(Panel, wxID_OK, TUiText::OK, "btnOK");
