@@ -1,4 +1,4 @@
-#include "fuzz/CapiCalls.h"
+#include "fuzz/capi/CheckedCalls.h"
 
 #include "fuzz/Check.h"
 #include "fuzz/slow/Regex.h"
