@@ -76,6 +76,26 @@ void CheckAccepted(std::string_view File) {
   UseSettings();
 }
 
+/// The settings of a file, or what is wrong with it.
+std::string LoadOutcome(std::string_view File) {
+  WriteFile(WorkPath("either.xml"), File);
+  try {
+    TManager::InitUnitSystemSetting(WideWorkPath("either.xml"));
+    return ModelText(false);
+  } catch (const EXmlError& Error) {
+    return Show(Error.Message()) + Show(Error.Element()) + Show(Error.Attribute());
+  }
+}
+
+/// What the library writes itself it reads a shorter way, and a comment is no such thing.
+void RequireBothReadersAgree(std::string_view File) {
+  const std::size_t End = File.find("?>");
+  if (End == std::string_view::npos) return;
+  std::string Commented(File);
+  Commented.insert(End + 2, "<!-- -->");
+  RequireSame("read with a comment", File, LoadOutcome(Commented), LoadOutcome(File));
+}
+
 void CheckRefused(std::string_view File, const EUnitError& Error) {
   Require(!Error.Message().empty(), "a message for the refusal", File);
   if (const auto* Xml = dynamic_cast<const EXmlError*>(&Error)) {
@@ -116,6 +136,7 @@ void RunSettings(TInput& Input) {
     RequireSame("the settings read", File, ModelText(false), Made.Model);
   }
   if (Accepted) CheckAccepted(File);
+  RequireBothReadersAgree(File);
   RequireWorksOn(File);
   FreeUnitSystem();
 }

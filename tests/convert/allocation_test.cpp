@@ -38,32 +38,38 @@ TEST_P(AllocationCount, IsAtMost) {
 
 INSTANTIATE_TEST_SUITE_P(
     Calls, AllocationCount,
-    ::testing::Values(TRow{"StoreToDisplayMetres", true, 2, [] { M::StoreToDisplay(0, 1234567.8); }},
-                      TRow{"StoreToDisplayFeet", false, 2, [] { M::StoreToDisplay(0, 123456.7); }},
-                      TRow{"StoreToDisplayTie", true, 2, [] { M::StoreToDisplay(0, 1234567.5); }},
-                      TRow{"DisplayToStoreMetres", true, 1, [] { M::DisplayToStore(0, u"1,234.568 m"); }},
-                      TRow{"DisplayToStoreFeet", false, 1, [] { M::DisplayToStore(0, u"5'6 1/2\""); }},
-                      TRow{"CheckDisplayGood", false, 1, [] { M::CheckDisplay(0, u"5'6 1/2\""); }},
-                      TRow{"CheckDisplayBadWords", false, 1,
-                           [] { M::CheckDisplay(0, u"no length at all, but quite a long text."); }},
-                      TRow{"CheckDisplayBadEnd", true, 1,
-                           [] { M::CheckDisplay(0, u"123456789012345678901234567890123456789x"); }},
-                      TRow{"MeasureByCode", true, 0, [] { TSystemUnitDataManager::CurConfigMeasure(7); }},
-                      TRow{"RegistryLookUp", true, 0, [] { GetUnitParser(u"TNoSuchParser", nullptr); }},
-                      TRow{"ParserOfARegisteredClass", true, 1,
-                           [] {
-                             TUnit* Unit = TSystemUnitDataManager::CurConfigMeasure(0)->GetCurUnit();
-                             GetUnitParser(Unit->UnitParserClassName, Unit);
-                           }},
-                      TRow{"ExprToStore", true, 3,
-                           [] { M::ExprToStore(0, u"5'6 1/2\"+12'3 3/4\"-1'2 1/8\"+7*2-5+9*3-8"); }},
-                      TRow{"ParseMergeValue", true, 20,
-                           [] {
-                             TParser Parser(u"(1+2)*3-4/5*(6-7)");
-                             auto Root = Parser.Parse();
-                             Parser.Merge(Root);
-                             EXPECT_DOUBLE_EQ(Parser.GetDoubleValue(*Root), 9.8);
-                           }}),
+    ::testing::Values(
+        TRow{"StoreToDisplayMetres", true, 2, [] { M::StoreToDisplay(0, 1234567.8); }},
+        TRow{"StoreToDisplayFeet", false, 2, [] { M::StoreToDisplay(0, 123456.7); }},
+        TRow{"StoreToDisplayTie", true, 2, [] { M::StoreToDisplay(0, 1234567.5); }},
+        TRow{"DisplayToStoreMetres", true, 1, [] { M::DisplayToStore(0, u"1,234.568 m"); }},
+        TRow{"DisplayToStoreFeet", false, 1, [] { M::DisplayToStore(0, u"5'6 1/2\""); }},
+        TRow{"CheckDisplayGood", false, 1, [] { M::CheckDisplay(0, u"5'6 1/2\""); }},
+        TRow{"CheckDisplayBadWords", false, 1,
+             [] { M::CheckDisplay(0, u"no length at all, but quite a long text."); }},
+        TRow{"CheckDisplayBadEnd", true, 1,
+             [] { M::CheckDisplay(0, u"123456789012345678901234567890123456789x"); }},
+        TRow{"MeasureByCode", true, 0, [] { TSystemUnitDataManager::CurConfigMeasure(7); }},
+        TRow{"RegistryLookUp", true, 0, [] { GetUnitParser(u"TNoSuchParser", nullptr); }},
+        TRow{"ParserOfARegisteredClass", true, 1,
+             [] {
+               TUnit* Unit = TSystemUnitDataManager::CurConfigMeasure(0)->GetCurUnit();
+               GetUnitParser(Unit->UnitParserClassName, Unit);
+             }},
+        TRow{"ExprToStore", true, 3,
+             [] { M::ExprToStore(0, u"5'6 1/2\"+12'3 3/4\"-1'2 1/8\"+7*2-5+9*3-8"); }},
+        // One for each of 1,848 items of lists, for the texts of more than 7 characters, for the lists.
+        TRow{"LoadOfTheFactoryFile", true, 3760,
+             [] {
+               TSystemUnitDataManager::InitUnitSystemSetting(TSystemUnitDataManager::GetUnitConfigFileName());
+             }},
+        TRow{"ParseMergeValue", true, 20,
+             [] {
+               TParser Parser(u"(1+2)*3-4/5*(6-7)");
+               auto Root = Parser.Parse();
+               Parser.Merge(Root);
+               EXPECT_DOUBLE_EQ(Parser.GetDoubleValue(*Root), 9.8);
+             }}),
     [](const auto& Info) { return std::string(Info.param.Name); });
 
 } // namespace

@@ -140,6 +140,26 @@ std::string SavedAgain(const TPrivateFolders& Folders, std::string_view Text) {
   return ReadBytes(Out);
 }
 
+/// The same text with a comment, which settings that the library writes never have: another reader is in
+/// charge of it.
+std::string WithComment(std::string Text) {
+  const std::size_t End = Text.find("?>");
+  return End == std::string::npos ? Text : Text.insert(End + 2, "<!-- -->");
+}
+
+TEST_F(ChangedFile, IsReadAlikeByBothReaders) {
+  const std::string Text = Small.Text();
+  for (std::size_t Bit = 0; Bit < Text.size() * 8; Bit += std::getenv("UNITLIB_FULL_SIZE") ? 1 : 11) {
+    std::string Flipped = Text;
+    Flipped[Bit / 8] = static_cast<char>(Flipped[Bit / 8] ^ (1 << Bit % 8));
+    const TOutcome Short = Load(Flipped), Document = Load(WithComment(Flipped));
+    ASSERT_EQ(Short.Kind + Short.Message + "|" + Short.Element + "|" + Short.Attribute,
+              Document.Kind + Document.Message + "|" + Document.Element + "|" + Document.Attribute)
+        << "bit " << Bit;
+    ASSERT_EQ(SavedAgain(Folders, Flipped), SavedAgain(Folders, WithComment(Flipped))) << "bit " << Bit;
+  }
+}
+
 TEST_F(ChangedFile, WithEachBitFlippedInTurn) {
   const std::string Text = Small.Text();
   int Loaded = 0;

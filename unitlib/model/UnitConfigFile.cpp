@@ -1,4 +1,5 @@
 /// The settings file reader and writer of the data manager.
+#include "unitlib/model/WrittenSettings.h"
 #include "unitlib/model/ZELUnitMgr.h"
 #include "unitlib/rtl/FileFolders.h"
 #include "unitlib/rtl/Files.h"
@@ -97,8 +98,17 @@ void TSystemUnitDataManager::ParseUnitConfigXMLFile(std::u16string_view FileName
   TConfigList& Configs = CurUseUnitConfigContainer();
   TDigitGroupList& Groups = CurDigitGroups();
   FUnitConfigFile = FileName.empty() ? GetExePath() + u"UnitConfig.xml" : std::u16string(FileName);
+  std::string Content = ReadWholeFile(FUnitConfigFile);
+  if (auto Written = ReadWrittenSettings(Content)) {
+    Configs.AddAll(Written->Configs);
+    Groups.AddAll(Written->DigitGroups);
+    FCurConfigIndex = Written->CurConfigIndex;
+    FCurDigitGroupIndex = Written->CurDigitGroupIndex;
+    CanSave = true;
+    return;
+  }
   const auto Document = CreateXMLDocument(true, true);
-  Document->LoadFromFile(FUnitConfigFile);
+  Document->LoadFromMemory(std::move(Content), FUnitConfigFile);
   const TXMLNode Root = Document->DocumentElement();
   const TXMLNode Template = Root.ChildByName("TemplateConfig");
   FCurConfigIndex = Template.AttributeInteger("CurConfigIndex");

@@ -51,6 +51,14 @@ public:
   /// Room for Count items, taken once.
   void Reserve(int Count) { FItems.reserve(static_cast<size_t>(Count)); }
 
+  /// Appends all items, and room for them is taken once; Items is empty afterwards. EListError when one is
+  /// null.
+  void AddAll(std::vector<std::unique_ptr<T>>& Items) {
+    FItems.reserve(FItems.size() + Items.size());
+    for (auto& Item : Items) Add(std::move(Item));
+    Items.clear();
+  }
+
   /// Frees the item at Index; EListError when Index is outside the list.
   void Delete(int Index) {
     if (!Has(Index)) RaiseListIndex(Index);
