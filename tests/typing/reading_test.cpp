@@ -43,6 +43,7 @@ TEST_F(TypedReadingTest, TellsHowATextWasUnderstood) {
 
 TEST_F(TypedReadingTest, TellsWhatWasCalculated) {
   EXPECT_EQ(Read(u"(10')-(6\")", Sum).Understood, u"calculated: 9' 6\"");
+  EXPECT_EQ(Read(u"10'/7", Sum).Understood, u"calculated: 435.428571428571 mm, shown as 1' 5 5/32\"");
   EXPECT_EQ(ReadTyped(3, u"L1 - (-5' 6 1/2\")", Sum).Understood, u"L1 plus 5' 6 1/2\"");
 }
 

@@ -3,6 +3,7 @@
 #include "unitlib/convert/ImperialText.h"
 #include "unitlib/rtl/Numbers.h"
 #include "unitlib/rtl/Text.h"
+#include "unitlib/typing/Rewriting.h"
 
 namespace unitlib::typing {
 namespace {
@@ -42,11 +43,21 @@ std::u16string_view BaseUnit(TQuantityKind Kind) {
   return Names[static_cast<std::size_t>(Kind)];
 }
 
+std::u16string BaseText(double Base, const TField& Field) {
+  return FloatToStr(Base) + std::u16string(BaseUnit(Field.Kind));
+}
+
 } // namespace
+
+std::u16string ValueWords(double Base, const TField& Field) {
+  const std::u16string Shown = Field.Shown(Base);
+  const bool IsRounded = Field.Check(Shown) && !Agree(Field.StoreBase(Shown), Base);
+  return IsRounded ? BaseText(Base, Field) + u", shown as " + Shown : Shown;
+}
 
 std::u16string FacadeWords(std::u16string_view Text, double Base, const TField& Field) {
   const TImperialParts Parts = PartsOf(Text);
-  if (Parts.Form.empty() || IsNumeric(Text)) return u"read as " + Field.Shown(Base);
+  if (Parts.Form.empty() || IsNumeric(Text)) return u"read as " + ValueWords(Base, Field);
   const bool NoFraction = Parts.Fraction.starts_with(u"0/");
   std::u16string Words = (Base < 0 ? u"minus " : u"") + Parts.Feet + u" feet " + Parts.Inches;
   if (!NoFraction) Words += u" " + Parts.Fraction;
@@ -61,7 +72,7 @@ std::vector<TTypedStep> Explain(std::u16string_view Text, const TTypedReading& R
   const std::u16string NoSymbol = Field.Parser->RemoveSymbol(Reading.Rewritten);
   if (NoSymbol != Reading.Rewritten) Steps.push_back({u"symbol removed", NoSymbol});
   if (!IsNumeric(NoSymbol)) AddImperialSteps(Reading.Rewritten, Steps);
-  Steps.push_back({u"value", FloatToStr(Base) + std::u16string(BaseUnit(Field.Kind))});
+  Steps.push_back({u"value", BaseText(Base, Field)});
   Steps.push_back({u"shown back", Field.Shown(Base)});
   return Steps;
 }

@@ -178,7 +178,7 @@ TResult ReadArithmetic(std::u16string_view Text, const TField& Field) {
   Result.HasValue = !Value.HasName;
   Result.Base = Value.Base;
   Result.Rewritten = Value.Text;
-  Result.Words = Value.Words.empty() ? u"calculated: " + Field.Shown(Value.Base) : Value.Words;
+  Result.Words = Value.Words.empty() ? u"calculated: " + ValueWords(Value.Base, Field) : Value.Words;
   Result.Words = WithNotes(std::move(Result.Words), Notes);
   return Result;
 }
