@@ -167,7 +167,7 @@ TEST_F(SavingProcess, IsKilledAtRandomMoments) {
   constexpr unsigned Seed = 20240823;
   std::mt19937 Random(Seed);
   std::uniform_int_distribution<int> Microseconds(0, 8000);
-  const int Kills = FullSize() ? 1000 : HasSanitizer() ? 40 : 100;
+  const int Kills = FullSize() ? 1000 : HasSanitizer() ? 40 : 500;
   int Leftovers = 0, Changed = 0;
   std::string Before = Content();
   for (int I = 0; I < Kills; ++I) {
