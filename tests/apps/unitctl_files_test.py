@@ -233,11 +233,9 @@ class Files(unittest.TestCase):
                       self.text("diff", self.settings, other, status=1))
 
     def test_every_attribute_counts(self):
-        count = len(list(self.document().iter()))
+        tree = self.document()
         seen = set()
-        for index in range(count):
-            tree = self.document()
-            element = list(tree.iter())[index]
+        for element in tree.iter():
             for name in sorted(element.attrib):
                 if (element.tag, name) in seen:
                     continue
