@@ -2,6 +2,7 @@
 #include "tests/support/Settings.h"
 #include "unitlib/convert/ZELUnitCommon.h"
 #include "unitlib/convert/ZELUnitConvertor.h"
+#include "unitlib/convert/ZELUnitParseRegister.h"
 #include "unitlib/rtl/Errors.h"
 #include "unitlib/rtl/Numbers.h"
 
@@ -194,6 +195,38 @@ TEST_F(Facade, SeveralThreadsConvertAtOnce) {
   A.join();
   B.join();
   C.join();
+}
+
+/// A class of a host that is larger than its base, and counts how many of it there are.
+class THostParser final : public TCommonUnitParser {
+public:
+  explicit THostParser(TUnit* Unit) : TCommonUnitParser(Unit) { ++Alive; }
+  ~THostParser() override { --Alive; }
+  std::u16string AsString(double, int, bool, bool, bool, bool) const override { return FText; }
+  double AsDouble(std::u16string_view, int) const override { return 7; }
+  bool IsValid(std::u16string_view Text) const override { return Text == FText; }
+  static inline int Alive = 0;
+
+private:
+  std::u16string FText = u"a text of the host, on the heap";
+};
+
+TEST_F(Facade, UsesAndFreesParsersOfTheHost) {
+  RegisterUnitParser(u"TFacadeHostParser", CreateUnitParser<THostParser>);
+  UseUnit(Length, Meters).UnitParserClassName = u"TFacadeHostParser";
+  EXPECT_EQ(M::StoreToDisplay(Length, 1.5), u"a text of the host, on the heap");
+  EXPECT_EQ(M::DisplayToStore(Length, u"1"), 7);
+  EXPECT_TRUE(M::CheckDisplay(Length, u"a text of the host, on the heap"));
+  EXPECT_FALSE(M::CheckDisplay(Length, u"1"));
+  EXPECT_EQ(THostParser::Alive, 0);
+}
+
+TEST_F(Facade, TakesNoParserOfTheHostForNone) {
+  RegisterUnitParser(u"TFacadeNoParser", [](TUnit*) { return std::unique_ptr<TCommonUnitParser>(); });
+  UseUnit(Length, Meters).UnitParserClassName = u"TFacadeNoParser";
+  EXPECT_EQ(M::StoreToDisplay(Length, 1.5), u"1.5");
+  EXPECT_EQ(M::DisplayToStore(Length, u"1"), 0);
+  EXPECT_FALSE(M::CheckDisplay(Length, u"1"));
 }
 
 } // namespace

@@ -15,49 +15,54 @@ namespace {
 struct TClassRow {
   std::u16string_view Name;
   TUnitParserClass Class;
+  TUnitParserPlacer Placer;
 };
 
+template <class T> constexpr TClassRow Row(std::u16string_view Name) {
+  return {Name, CreateUnitParser<T>, PlaceUnitParser<T>};
+}
+
 constexpr TClassRow Classes[] = {
-    {u"TKilogramsPerMeterParser", CreateUnitParser<TKilogramsPerMeterParser>},
-    {u"TPoundPerFootParser", CreateUnitParser<TPoundPerFootParser>},
-    {u"TDecimalFeetParser", CreateUnitParser<TDecimalFeetParser>},
-    {u"TFeetAndFractionalInchParser", CreateUnitParser<TFeetAndFractionalInchParser>},
-    {u"TDecimalInchParser", CreateUnitParser<TDecimalInchParser>},
-    {u"TFractionalInchParser", CreateUnitParser<TFractionalInchParser>},
-    {u"TMetreParser", CreateUnitParser<TMetreParser>},
-    {u"TCentimeterParser", CreateUnitParser<TCentimeterParser>},
-    {u"TMillimetreParser", CreateUnitParser<TMillimetreParser>},
-    {u"TSquareFootParser", CreateUnitParser<TSquareFootParser>},
-    {u"TSquareInchParser", CreateUnitParser<TSquareInchParser>},
-    {u"TSquareMeterParser", CreateUnitParser<TSquareMeterParser>},
-    {u"TSquareCentimetreParser", CreateUnitParser<TSquareCentimetreParser>},
-    {u"TSquareMillimeterParser", CreateUnitParser<TSquareMillimeterParser>},
-    {u"TCubicYardParser", CreateUnitParser<TCubicYardParser>},
-    {u"TCubicFootParser", CreateUnitParser<TCubicFootParser>},
-    {u"TCubicInchParser", CreateUnitParser<TCubicInchParser>},
-    {u"TCubicMeterParser", CreateUnitParser<TCubicMeterParser>},
-    {u"TCubicCentimeterParser", CreateUnitParser<TCubicCentimeterParser>},
-    {u"TCubicMillimetreParser", CreateUnitParser<TCubicMillimetreParser>},
-    {u"TKiogramsPerCubicMeterParser", CreateUnitParser<TKiogramsPerCubicMeterParser>},
-    {u"TPoundPerCubicFootParser", CreateUnitParser<TPoundPerCubicFootParser>},
-    {u"TPoundPerCubicYardParser", CreateUnitParser<TPoundPerCubicYardParser>},
-    {u"TCubicMetersPerMeterParser", CreateUnitParser<TCubicMetersPerMeterParser>},
-    {u"TCubicFeetPerFootParser", CreateUnitParser<TCubicFeetPerFootParser>},
-    {u"TCubicYardsPerFootParser", CreateUnitParser<TCubicYardsPerFootParser>},
-    {u"TKilogramsParser", CreateUnitParser<TKilogramsParser>},
-    {u"TBangParser", CreateUnitParser<TBangParser>},
-    {u"TTonParser", CreateUnitParser<TTonParser>},
-    {u"TShortTonParser", CreateUnitParser<TShortTonParser>},
-    {u"TLongTonParser", CreateUnitParser<TLongTonParser>},
-    {u"TCubicMetersPerSquareMetersParser", CreateUnitParser<TCubicMetersPerSquareMetersParser>},
-    {u"TCubicFeetPerSquareFeetParser", CreateUnitParser<TCubicFeetPerSquareFeetParser>},
-    {u"TCubicYardsPerSquareFeetParser", CreateUnitParser<TCubicYardsPerSquareFeetParser>},
+    Row<TKilogramsPerMeterParser>(u"TKilogramsPerMeterParser"),
+    Row<TPoundPerFootParser>(u"TPoundPerFootParser"),
+    Row<TDecimalFeetParser>(u"TDecimalFeetParser"),
+    Row<TFeetAndFractionalInchParser>(u"TFeetAndFractionalInchParser"),
+    Row<TDecimalInchParser>(u"TDecimalInchParser"),
+    Row<TFractionalInchParser>(u"TFractionalInchParser"),
+    Row<TMetreParser>(u"TMetreParser"),
+    Row<TCentimeterParser>(u"TCentimeterParser"),
+    Row<TMillimetreParser>(u"TMillimetreParser"),
+    Row<TSquareFootParser>(u"TSquareFootParser"),
+    Row<TSquareInchParser>(u"TSquareInchParser"),
+    Row<TSquareMeterParser>(u"TSquareMeterParser"),
+    Row<TSquareCentimetreParser>(u"TSquareCentimetreParser"),
+    Row<TSquareMillimeterParser>(u"TSquareMillimeterParser"),
+    Row<TCubicYardParser>(u"TCubicYardParser"),
+    Row<TCubicFootParser>(u"TCubicFootParser"),
+    Row<TCubicInchParser>(u"TCubicInchParser"),
+    Row<TCubicMeterParser>(u"TCubicMeterParser"),
+    Row<TCubicCentimeterParser>(u"TCubicCentimeterParser"),
+    Row<TCubicMillimetreParser>(u"TCubicMillimetreParser"),
+    Row<TKiogramsPerCubicMeterParser>(u"TKiogramsPerCubicMeterParser"),
+    Row<TPoundPerCubicFootParser>(u"TPoundPerCubicFootParser"),
+    Row<TPoundPerCubicYardParser>(u"TPoundPerCubicYardParser"),
+    Row<TCubicMetersPerMeterParser>(u"TCubicMetersPerMeterParser"),
+    Row<TCubicFeetPerFootParser>(u"TCubicFeetPerFootParser"),
+    Row<TCubicYardsPerFootParser>(u"TCubicYardsPerFootParser"),
+    Row<TKilogramsParser>(u"TKilogramsParser"),
+    Row<TBangParser>(u"TBangParser"),
+    Row<TTonParser>(u"TTonParser"),
+    Row<TShortTonParser>(u"TShortTonParser"),
+    Row<TLongTonParser>(u"TLongTonParser"),
+    Row<TCubicMetersPerSquareMetersParser>(u"TCubicMetersPerSquareMetersParser"),
+    Row<TCubicFeetPerSquareFeetParser>(u"TCubicFeetPerSquareFeetParser"),
+    Row<TCubicYardsPerSquareFeetParser>(u"TCubicYardsPerSquareFeetParser"),
 };
 
 } // namespace
 
 void RegisterUnitParsers() {
-  for (const TClassRow& Row : Classes) RegisterUnitParser(Row.Name, Row.Class);
+  for (const TClassRow& Each : Classes) RegisterUnitParser(Each.Name, Each.Class, Each.Placer);
 }
 
 } // namespace unitlib

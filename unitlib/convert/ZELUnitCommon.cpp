@@ -71,10 +71,13 @@ int CurrentGroupSize() {
 
 constexpr size_t UsualLength = 31; // of a shown value: room taken once instead of growing by and by
 
-void RequireFinite(double Value, double Given) {
-  if (std::isfinite(Value)) return;
+[[noreturn]] void RaiseTooLarge(double Given) {
   const std::u16string Text = FloatToStr(Given); // raises by itself where Given is not finite
   throw ERangeError(u"Too large to be shown: " + Text, Text);
+}
+
+void RequireFinite(double Value, double Given) {
+  if (!std::isfinite(Value)) RaiseTooLarge(Given);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "unitlib/convert/ZELUnitConvertor.h"
 
 #include "unitlib/convert/ZELUnitCommon.h"
+#include "unitlib/convert/ZELUnitParseRegister.h"
 #include "unitlib/model/ZELUnitMgr.h"
 #include "unitlib/rtl/Errors.h"
 #include "unitlib/rtl/Numbers.h"
@@ -24,11 +25,22 @@ std::unique_ptr<TCommonUnitParser> RequireParser(const TCommonUnitCommand& Comma
   throw EConvertError(u"No unit parser is registered for measure " + Code, Code);
 }
 
-std::u16string CommandText(const TCommonUnitCommand& Command, double Value, int ScaleIndex, bool AppendSymbol,
-                           bool NoSymbol, bool NoDigitGroup, bool NoRound, bool NoPlusSign) {
+/// The current unit of a measure; null when the measure is unknown.
+TUnit* CurrentUnit(int Code) {
+  const TMeasure* Measure = TSystemUnitDataManager::CurConfigMeasure(Code);
+  return Measure ? Measure->GetCurUnit() : nullptr;
+}
+
+std::u16string ShownText(int Measure, double Value, int ScaleIndex, bool AppendSymbol, bool NoSymbol,
+                         bool NoDigitGroup, bool NoRound, bool NoPlusSign) {
+  const double Stored = WithoutResidue(Value);
+  const TUnitParserHere Parser(CurrentUnit(Measure));
   std::u16string Text =
-      Command.StoreToDisplay(WithoutResidue(Value), ScaleIndex, NoSymbol, NoDigitGroup, NoRound, NoPlusSign);
-  if (!AppendSymbol || Command.HasUnitSymbol()) return Text;
+      Parser ? Parser->AsString(Stored, ScaleIndex, NoSymbol, NoDigitGroup, NoRound, NoPlusSign)
+             : FloatToStr(Stored);
+  if (!AppendSymbol) return Text;
+  const TCommonUnitCommand Command(Measure);
+  if (Command.HasUnitSymbol()) return Text;
   std::u16string Symbol;
   return Text.append(u" ").append(Command.GetUnitSymbol(false, Symbol));
 }
@@ -51,21 +63,22 @@ const TPerlRegEx& FractionForm() {
 } // namespace
 
 bool TMeasureDataManager::CheckDisplay(int AMeasure, std::u16string_view AText) {
-  return TCommonUnitCommand(AMeasure).CheckDisplay(AText);
+  const TUnitParserHere Parser(CurrentUnit(AMeasure));
+  return Parser && Parser->IsValid(AText);
 }
 
 double TMeasureDataManager::DisplayToStore(int AMeasure, std::u16string_view AText, int AScaleIndex) {
-  return TCommonUnitCommand(AMeasure).DisplayToStore(AText, AScaleIndex);
+  const TUnitParserHere Parser(CurrentUnit(AMeasure));
+  return Parser ? Parser->AsDouble(AText, AScaleIndex) : 0.0;
 }
 
 std::u16string TMeasureDataManager::StoreToDisplay(bool& AHasSymbol, int AMeasure, double AValue,
                                                    int AScaleIndex, bool AAppendSymbol, bool NoSymbol,
                                                    bool NoDigitGroup, bool NoRound, bool NoPlusSign) {
   if (AMeasure == NoMeasure) return FloatToStr(WithoutResidue(AValue));
-  const TCommonUnitCommand Command(AMeasure);
   std::u16string Text =
-      CommandText(Command, AValue, AScaleIndex, AAppendSymbol, NoSymbol, NoDigitGroup, NoRound, NoPlusSign);
-  AHasSymbol = Command.HasUnitSymbol();
+      ShownText(AMeasure, AValue, AScaleIndex, AAppendSymbol, NoSymbol, NoDigitGroup, NoRound, NoPlusSign);
+  AHasSymbol = TCommonUnitCommand(AMeasure).HasUnitSymbol();
   return Text;
 }
 
@@ -73,8 +86,8 @@ std::u16string TMeasureDataManager::StoreToDisplay(int AMeasure, double AValue, 
                                                    bool AAppendSymbol, bool NoSymbol, bool NoDigitGroup,
                                                    bool NoRound, bool NoPlusSign) {
   if (AMeasure != NoMeasure)
-    return CommandText(TCommonUnitCommand(AMeasure), AValue, AScaleIndex, AAppendSymbol, NoSymbol,
-                       NoDigitGroup, NoRound, NoPlusSign);
+    return ShownText(AMeasure, AValue, AScaleIndex, AAppendSymbol, NoSymbol, NoDigitGroup, NoRound,
+                     NoPlusSign);
   const double Value = WithoutResidue(AValue);
   const std::u16string Text = FloatToStr(Value);
   const size_t Point = Text.rfind(u'.');

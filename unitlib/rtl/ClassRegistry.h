@@ -28,9 +28,9 @@ public:
 
   /// The factory registered under Name, null when there is none.
   TFactory Find(std::u16string_view Name) const noexcept {
-    if (FSlots.empty()) return nullptr;
+    if (FSlots.empty()) return TFactory{};
     for (size_t Slot = Hash(Name) & Mask();; Slot = (Slot + 1) & Mask()) {
-      if (FSlots[Slot] == 0) return nullptr;
+      if (FSlots[Slot] == 0) return TFactory{};
       const TEntry& Entry = FEntries[FSlots[Slot] - 1U];
       if (SameText(Entry.Name, Name)) return Entry.Factory;
     }
