@@ -3,9 +3,7 @@
 
 #include "unitlib/expr/ZELUnitArthProcessor.h"
 #include "unitlib/rtl/Errors.h"
-
-#include <utility>
-#include <vector>
+#include "unitlib/rtl/SmallStack.h"
 
 namespace unitlib {
 
@@ -36,14 +34,24 @@ constexpr double LargestOperand = 1e15; // either sign, inclusive
 /// errors      EListError no configuration, no such measure, or the measure has no current unit
 const TUnit& CurrentLengthUnit();
 
-/// True when CurrentLengthUnit has one to give.
-bool HasLengthUnit();
+/// The same; null where CurrentLengthUnit raises.
+const TUnit* FindLengthUnit();
 
 /// Classifies an operand by its text, see TParser::ProcessNode; Unit is CurrentLengthUnit().
 /// return      the message when the operand is refused, else empty
 /// errors      what the unit's conversion raises
 std::u16string ClassifyOperand(TNode& Node, const TUnit& Unit);
 
+/// The operator character of a node; 0 for a text of any other length.
+inline char16_t OperatorOf(const TNode& Node) noexcept {
+  return Node.FValue.size() == 1 ? *Node.FValue.data() : u'\0';
+}
+/// See TNode::IsHigerThanOther.
+inline bool BindsTighter(const TNode& Node, const TNode& Other, bool RespectBlock) noexcept {
+  const char16_t Op = OperatorOf(Node), OtherOp = OperatorOf(Other);
+  return !(RespectBlock && Other.FIsBlock) && (Op == u'*' || Op == u'/') &&
+         (OtherOp == u'+' || OtherOp == u'-');
+}
 /// True for an operator with both its operands.
 inline bool IsWholeOperator(const TNode& Node) noexcept {
   return Node.FNodeType == ntOp && Node.FLeft && Node.FRight;
@@ -54,17 +62,23 @@ inline bool IsVariable(const TNode& Node) noexcept {
 
 /// Calls Visit for every node, children before their operator and left before right.
 template <class TVisit> void ForEachPostOrder(const TNode& Root, TVisit Visit) {
-  std::vector<std::pair<const TNode*, bool>> Waiting{{&Root, false}}; // node, its children are done
-  while (!Waiting.empty()) {
-    const auto [Node, Done] = Waiting.back();
-    if (Done || Node->FNodeType != ntOp) {
-      Waiting.pop_back();
+  struct TStep {
+    const TNode* Node;
+    bool Done; // its children are
+  };
+  TSmallStack<TStep, 8> Waiting;
+  Waiting.Push({&Root, false});
+  while (!Waiting.Empty()) {
+    const TStep Step = Waiting.Top();
+    const TNode* const Node = Step.Node;
+    if (Step.Done || Node->FNodeType != ntOp) {
+      Waiting.Pop();
       Visit(*Node);
       continue;
     }
-    Waiting.back().second = true;
-    if (Node->FRight) Waiting.emplace_back(Node->FRight.get(), false);
-    if (Node->FLeft) Waiting.emplace_back(Node->FLeft.get(), false);
+    Waiting.Top().Done = true;
+    if (Node->FRight) Waiting.Push({Node->FRight.get(), false});
+    if (Node->FLeft) Waiting.Push({Node->FLeft.get(), false});
   }
 }
 

@@ -11,7 +11,7 @@ namespace unitlib {
 namespace {
 
 /// The message when the operator is refused, else empty. Only the two direct operands are looked at.
-std::u16string_view Refusal(char16_t Op, bool LeftImperial, bool RightImperial, double Right) {
+inline std::u16string_view Refusal(char16_t Op, bool LeftImperial, bool RightImperial, double Right) {
   switch (Op) {
   case u'+':
     return LeftImperial != RightImperial ? ImperialAddMessage : std::u16string_view();
@@ -26,7 +26,7 @@ std::u16string_view Refusal(char16_t Op, bool LeftImperial, bool RightImperial, 
   }
 }
 
-double Compute(char16_t Op, double Left, double Right) {
+inline double Compute(char16_t Op, double Left, double Right) {
   switch (Op) {
   case u'+':
     return Left + Right;
@@ -39,90 +39,75 @@ double Compute(char16_t Op, double Left, double Right) {
   }
 }
 
-/// What the text of a folded number is read back as: its 15 digits. False for numbers that are refused as
-/// operands, or so small that their digits are no quotient of two exact doubles.
-bool CutTo15Digits(double& Value) {
+/// The double that the text of these digits is read back as; false for numbers that are refused as operands,
+/// or so small that their digits are no quotient of two exact doubles.
+bool ValueOf(TDecimal15 Digits, double& Value) noexcept {
   constexpr int MostExact = 22; // powers of ten up to this one are exact
+  if (Digits.Exponent > MostExact || Digits.Exponent < -MostExact) return false;
+  const auto Mantissa = static_cast<double>(Digits.Mantissa);
+  Value = Digits.Exponent < 0 ? Mantissa / PowersOf10[-Digits.Exponent]
+                              : Mantissa * PowersOf10[Digits.Exponent]; // exact up to 2^53
+  return Value <= LargestOperand;
+}
+
+/// What the text of a folded number is read back as: its 15 digits. False where ValueOf is.
+bool CutTo15Digits(double& Value) {
   const double Absolute = std::fabs(Value);
   if (!(Absolute <= LargestOperand)) return false;
-  if (Absolute < LargestOperand && Absolute == std::trunc(Absolute)) {
+  if (Absolute < LargestOperand &&
+      Absolute == static_cast<double>(static_cast<std::int64_t>(Absolute))) { // whole
     Value += 0.0; // -0 becomes 0
     return true;
   }
-  const TDecimal15 Digits = ToDecimal15(Absolute);
-  if (Digits.Exponent > 0 || Digits.Exponent < -MostExact) return false;
-  const double Cut = static_cast<double>(Digits.Mantissa) / PowersOf10[-Digits.Exponent];
+  double Cut = 0.0;
+  if (!ValueOf(ToDecimal15(Absolute), Cut)) return false;
   Value = Value < 0 ? -Cut : Cut;
   return true;
 }
 
-/// Walks a tree of numbers, children before their operator, without recursion.
-class TTreeFolder {
-public:
-  bool Fold(const TNode& Root, TTreeValue& Result) {
-    const TNode* Node = &Root;
-    for (;;) {
-      while (Node->FNodeType == ntOp) { // down to the leftmost number
-        if (!IsWholeOperator(*Node) || FDepth == MaxDepth) return false;
-        FOps[FDepth++] = {Node, false, {}};
-        Node = Node->FLeft.get();
-      }
-      if (Node->FNodeType != ntNum || Node->FIsVar) return false;
-      TTreeValue Value{Node->FDoubleValue, Node->FIsImperial};
-      if (Node->FIsNegative && !Negate(Value)) return false;
-      for (;;) { // up while both operands are known
-        if (FDepth == 0) {
-          Result = Value;
-          return true;
-        }
-        TOpen& Open = FOps[FDepth - 1];
-        if (!Open.HasLeft) {
-          Open.HasLeft = true;
-          Open.Left = Value;
-          Node = Open.Op->FRight.get();
-          break;
-        }
-        if (!Combine(*Open.Op, Open.Left, Value)) return false;
-        if (--FDepth == 0) {
-          Result = Value;
-          return true;
-        }
-        if (Open.Op->FIsNegative) Value.Value = -Value.Value;
-        if (!CutTo15Digits(Value.Value)) return false;
-      }
-    }
-  }
+/// Applies an operator to two values, the second of which it replaces; false where it is refused or unknown.
+bool Combine(const TNode& Op, const TTreeValue& Left, TTreeValue& Right) {
+  const char16_t Sign = OperatorOf(Op);
+  if (Sign != u'+' && Sign != u'-' && Sign != u'*' && Sign != u'/') return false;
+  if (!Refusal(Sign, Left.IsImperial, Right.IsImperial, Right.Value).empty()) return false;
+  Right = {Compute(Sign, Left.Value, Right.Value), Left.IsImperial || Right.IsImperial};
+  return true;
+}
 
-private:
-  static constexpr size_t MaxDepth = 32; // deeper trees take the general way
-  struct TOpen {
-    const TNode* Op;
-    bool HasLeft;
-    TTreeValue Left;
-  };
-
-  static bool Negate(TTreeValue& Value) {
-    Value.Value = -Value.Value;
-    return CutTo15Digits(Value.Value);
-  }
-
-  static bool Combine(const TNode& Op, const TTreeValue& Left, TTreeValue& Right) {
-    if (Op.FValue.size() != 1) return false;
-    const char16_t Sign = Op.FValue[0];
-    if (Sign != u'+' && Sign != u'-' && Sign != u'*' && Sign != u'/') return false;
-    if (!Refusal(Sign, Left.IsImperial, Right.IsImperial, Right.Value).empty()) return false;
-    Right = {Compute(Sign, Left.Value, Right.Value), Left.IsImperial || Right.IsImperial};
-    return true;
-  }
-
-  TOpen FOps[MaxDepth];
-  size_t FDepth = 0;
+/// An operator whose left or right operand is being folded.
+struct TOpenOperator {
+  const TNode* Op;
+  TTreeValue Left;
+  bool HasLeft;
 };
 
 } // namespace
 
 bool FoldTree(const TNode& Root, TTreeValue& Result) {
-  return TTreeFolder().Fold(Root, Result);
+  TSmallStack<TOpenOperator, 16> Open;
+  for (const TNode* Node = &Root;;) {
+    for (; Node->FNodeType == ntOp; Node = Node->FLeft.get()) { // down to the leftmost number
+      if (!IsWholeOperator(*Node)) return false;
+      Open.Push({Node, {}, false});
+    }
+    if (Node->FNodeType != ntNum || Node->FIsVar) return false;
+    TTreeValue Value{Node->FIsNegative ? -Node->FDoubleValue : Node->FDoubleValue, Node->FIsImperial};
+    if (Node->FIsNegative && !CutTo15Digits(Value.Value)) return false;
+    for (; !Open.Empty() && Open.Top().HasLeft; Open.Pop()) { // up while both operands are known
+      const TOpenOperator& Done = Open.Top();
+      if (!Combine(*Done.Op, Done.Left, Value)) return false;
+      if (Open.Count() == 1) continue;
+      if (Done.Op->FIsNegative) Value.Value = -Value.Value;
+      if (!CutTo15Digits(Value.Value)) return false;
+    }
+    if (Open.Empty()) {
+      Result = Value;
+      return true;
+    }
+    Open.Top().Left = Value;
+    Open.Top().HasLeft = true;
+    Node = Open.Top().Op->FRight.get();
+  }
 }
 
 double ApplyOperator(TParser& Parser, const TNode& Op, double Left, double Right) {
@@ -134,13 +119,25 @@ double ApplyOperator(TParser& Parser, const TNode& Op, double Left, double Right
   return 0.0;
 }
 
-std::unique_ptr<TNode> FoldedNumber(TParser& Parser, double Value, bool IsImperial, std::int32_t Pos) {
-  auto Node = std::make_unique<TNode>();
+std::unique_ptr<TNode> FoldedNumber(TParser& Parser, double Value, bool IsImperial, std::int32_t Pos,
+                                    std::unique_ptr<TNode> Node) {
+  if (Node)
+    Node->AfterConstruction();
+  else
+    Node = std::make_unique<TNode>();
   Node->FNodeType = ntNum;
   Node->FPos = Pos;
   if (std::isfinite(Value)) {
-    Node->SetValue(FloatToStr(Value));
-    Parser.ProcessNode(*Node);
+    const TDecimal15 Digits = ToDecimal15(std::fabs(Value));
+    if (Value < 0) Node->FValue.push_back(u'-');
+    AppendGeneral(Node->FValue, Digits); // FloatToStr of the value
+    if (ValueOf(Digits, Node->FDoubleValue) && FindLengthUnit()) {
+      if (Value < 0) Node->FDoubleValue = -Node->FDoubleValue;
+      Node->FStoreValue = Node->FValue;
+    } else {
+      Node->FDoubleValue = 0.0;
+      Parser.ProcessNode(*Node);
+    }
   } else {
     Node->FValue = u"1";
     Node->FStoreValue = u"1";

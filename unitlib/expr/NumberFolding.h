@@ -10,8 +10,10 @@ namespace unitlib {
 /// Value of an operator on the values of its operands; 0, with the parser's error set, where it is refused.
 double ApplyOperator(TParser& Parser, const TNode& Op, double Left, double Right);
 
-/// A new operand of this value, made through its text: 15 digits, and the limits of every operand.
-std::unique_ptr<TNode> FoldedNumber(TParser& Parser, double Value, bool IsImperial, std::int32_t Pos);
+/// An operand of this value, as if read from its text: 15 digits, and the limits of every operand. Node: one to
+/// make it of, with all that is below it; null: a new one.
+std::unique_ptr<TNode> FoldedNumber(TParser& Parser, double Value, bool IsImperial, std::int32_t Pos,
+                                    std::unique_ptr<TNode> Node = nullptr);
 
 /// Two numbers and an operator folded; imperial when one of them is. Both are used up.
 std::unique_ptr<TNode> FoldPair(TParser& Parser, char16_t Op, std::unique_ptr<TNode> Left,

@@ -1,7 +1,7 @@
 #include "unitlib/expr/TreeReader.h"
 
 #include "unitlib/expr/ExpressionTools.h"
-#include "unitlib/model/ZELUnitMgr.h"
+#include "unitlib/rtl/ExactProduct.h"
 #include "unitlib/rtl/Text.h"
 
 #include <algorithm>
@@ -10,16 +10,6 @@ namespace unitlib {
 namespace {
 
 constexpr size_t DeepestBracket = 1000;
-
-constexpr bool IsSignChar(char16_t C) noexcept {
-  return C == u'+' || C == u'-';
-}
-constexpr bool IsOperatorChar(char16_t C) noexcept {
-  return IsSignChar(C) || C == u'*' || C == u'/';
-}
-constexpr bool IsImperialChar(char16_t C) noexcept {
-  return C == u' ' || C == FootMark || IsDigit(C);
-}
 
 bool IsOperator(const TNode& Node) noexcept {
   return Node.FNodeType == ntOp && !Node.FIsBlock; // a bracketed block is an operand
@@ -42,11 +32,12 @@ std::int32_t FindClosingBracket(TParser& Parser) {
   const std::int32_t End = EndOf(Parser);
   const std::int32_t Start = std::max(Parser.FPoint, 1);
   std::int32_t Depth = 0;
+  const char16_t* const Text = Parser.FString.data();
   for (std::int32_t Point = Start; Point < End; ++Point) {
-    const char16_t C = Parser.FString[static_cast<size_t>(Point) - 1];
+    const char16_t C = Text[Point - 1];
+    if (C != u'(' && C != u')') continue;
     if (C == u')' && Depth == 0) return Point;
-    if (C == u'(') ++Depth;
-    if (C == u')') --Depth;
+    Depth += C == u'(' ? 1 : -1;
   }
   // Told apart by the depth at the end of the text; a text that ends right behind its "(" lacks the ")".
   const bool NamesOpening = Start < End && Depth < 1;
@@ -55,51 +46,74 @@ std::int32_t FindClosingBracket(TParser& Parser) {
   return 0;
 }
 
+/// Gives a node to a place that holds none.
+inline void Put(std::unique_ptr<TNode>& Place, TNode* Node) noexcept {
+  static_cast<void>(Place.release()); // tells the compiler that there is nothing to free
+  Place.reset(Node);
+}
+
+inline void TSequence::TakeOperand(std::unique_ptr<TNode> Node) noexcept {
+  if (!FRoot) {
+    FRoot = Node.release();
+    return;
+  }
+  Put(FOp->FRight, Node.release());
+  if (BindsTighter(*FOp, *FRoot, true)) {
+    Put(FOp->FLeft, FRoot->FRight.release());
+    Put(FRoot->FRight, FOp);
+  } else {
+    Put(FOp->FLeft, FRoot);
+    FRoot = FOp;
+  }
+  FOp = nullptr;
+}
+
 std::u16string_view TSequence::Take(std::unique_ptr<TNode> Node) {
   if (FRoot && !FOp) {
     if (!IsOperator(*Node)) return NoOperatorMessage;
     if (FOperatorAsOperand) return NoOperandMessage;
-    FOp = std::move(Node);
+    FOp = Node.release();
     return {};
   }
   if (IsMissing(*Node)) return NoOperandMessage;
   FOperatorAsOperand = IsOperator(*Node);
-  if (FRoot)
-    Attach(std::move(Node));
-  else
-    FRoot = std::move(Node);
+  TakeOperand(std::move(Node));
   return {};
 }
 
-void TSequence::Attach(std::unique_ptr<TNode> Right) {
-  FOp->FRight = std::move(Right);
-  if (FOp->IsHigerThanOther(*FRoot, true)) {
-    FOp->FLeft = std::move(FRoot->FRight);
-    FRoot->FRight = std::move(FOp);
-  } else {
-    FOp->FLeft = std::move(FRoot);
-    FRoot = std::move(FOp);
-  }
-}
-
 std::unique_ptr<TNode> TSequence::Finish() {
-  if (FOp || FOperatorAsOperand) FRoot.reset();
-  return std::move(FRoot);
+  if (FOp || FOperatorAsOperand) Free();
+  return std::unique_ptr<TNode>(std::exchange(FRoot, nullptr));
 }
 
-TTreeReader::TTreeReader(TParser& Parser) : FParser(Parser), FEnd(EndOf(Parser)) {}
+TSequence& TSequence::operator=(TSequence&& Other) noexcept {
+  std::swap(FRoot, Other.FRoot);
+  std::swap(FOp, Other.FOp);
+  std::swap(FOperatorAsOperand, Other.FOperatorAsOperand);
+  return *this;
+}
+
+void TSequence::Free() noexcept {
+  delete std::exchange(FRoot, nullptr);
+  delete std::exchange(FOp, nullptr);
+}
+
+TTreeReader::TTreeReader(TParser& Parser)
+    : FParser(Parser), FMaker(Parser.FString.size()), FEnd(EndOf(Parser)) {}
 
 std::unique_ptr<TNode> TTreeReader::ReadText() {
   if (FParser.FString.empty() || FParser.FHasError) return nullptr;
-  TSequence Sequence;
+  FUnit = FindLengthUnit();
+  // Without a unit the first operand is refused; what a caller did to the end is respected by NextNode alone.
+  FReadsUsual = FUnit && static_cast<size_t>(FEnd) == FParser.FString.size() + 1;
   while (std::unique_ptr<TNode> Node = NextNode()) {
-    const std::u16string_view Problem = Sequence.Take(std::move(Node));
+    const std::u16string_view Problem = FSequence.Take(std::move(Node));
     if (Problem.empty()) continue;
     FParser.SetError(Problem, FParser.PlaceOf(FNodePoint));
     return nullptr;
   }
   if (FParser.FHasError) return nullptr;
-  std::unique_ptr<TNode> Root = FFailedPoint == 0 ? Sequence.Finish() : nullptr;
+  std::unique_ptr<TNode> Root = FFailedPoint == 0 ? FSequence.Finish() : nullptr;
   if (!Root)
     FParser.SetError(NoOperandMessage, FParser.PlaceOf(FFailedPoint == 0 ? FParser.FPoint : FFailedPoint));
   return Root;
@@ -117,6 +131,7 @@ std::unique_ptr<TNode> TTreeReader::ReadNode() {
 std::unique_ptr<TNode> TTreeReader::NextNode() {
   try {
     for (;;) {
+      if (FReadsUsual && !ReadUsual()) return nullptr;
       const TToken Token = ReadToken();
       FNodePoint = Token.Point;
       if (Token.Kind == TTokenKind::Bracket) {
@@ -124,7 +139,7 @@ std::unique_ptr<TNode> TTreeReader::NextNode() {
         continue;
       }
       std::unique_ptr<TNode> Node = Token.Kind == TTokenKind::End ? CloseBracket() : MakeNode(Token);
-      if (!Node || FOpen.empty()) return Node;
+      if (!Node || FOpen.Empty()) return Node;
       if (!TakeInBracket(std::move(Node))) return nullptr;
     }
   } catch (const EUnitError& Error) {
@@ -133,83 +148,73 @@ std::unique_ptr<TNode> TTreeReader::NextNode() {
   }
 }
 
-/// The usual operand: digits and points up to an operator, the end, or the ")" of its bracket. False, and
-/// nothing read, for everything else. A third of the time of reading character by character into a text.
-bool TTreeReader::ReadPlainNumber(TToken& Token) {
-  const std::int32_t Start = FParser.FPoint;
-  if (Start < 1) return false;
-  std::int32_t End = Start;
-  while (End < FEnd && (IsDigit(CharAt(End)) || CharAt(End) == u'.')) ++End;
-  if (End == Start) return false;
-  const std::u16string_view Text(FParser.FString.data() + Start - 1, static_cast<size_t>(End - Start));
-  if (End < FEnd) {
-    const char16_t C = CharAt(End);
-    if (!IsOperatorChar(C) && (FOpen.empty() || C != u')')) return false;
-    FParser.FPoint = End + 1; // as where IsFractionBar looks from
-    const bool IsBar = C == u'/' && IsFractionBar(Text);
-    FParser.FPoint = Start;
-    if (IsBar) return false;
-  }
-  Token = {TTokenKind::Operand, Start, Text};
-  FParser.FPoint = End;
-  return true;
-}
-
-TTreeReader::TToken TTreeReader::ReadToken() {
+/// A number of at most 15 digits, up to an operator, the end, or the ")" of its bracket; null, and nothing
+/// read, for everything else. Its value is had on the way: digits and a power of ten are exact doubles, so
+/// their quotient is the nearest one, as when its text is read again.
+std::unique_ptr<TNode> TTreeReader::UsualNumber() {
+  constexpr std::ptrdiff_t MostDigits = 15;
   const std::int32_t Point = FParser.FPoint;
-  if (TToken Token; ReadPlainNumber(Token)) return Token;
-  std::u16string& Text = FText;
-  Text.clear();
-  while (!AtEnd()) {
-    const std::int32_t At = FParser.FPoint++;
-    const char16_t C = CharAt(At);
-    if (C == u'(') {
-      const bool IsFunction = !Text.empty() && Text != u"-";
-      return {IsFunction ? TTokenKind::Function : TTokenKind::Bracket, IsFunction ? At : Point, Text};
-    }
-    if (IsSignChar(C) && StandsForSign(At)) {
-      if (C == u'-' && Text == u"-")
-        Text.clear();
-      else if (C == u'-')
-        Text.push_back(C);
-      continue;
-    }
-    const bool Keep = !IsOperatorChar(C) || (C == u'/' && !Text.empty() && IsFractionBar(Text));
-    if (!Keep && Text.empty())
-      return {TTokenKind::Operator, At, {&FParser.FString[static_cast<size_t>(At) - 1], 1}};
-    if (!Keep) {
-      --FParser.FPoint; // the operator is the next token
-      return {TTokenKind::Operand, Point, Text};
-    }
-    Text.push_back(C);
+  const char16_t* const Begin = FParser.FString.data() + Point - 1;
+  std::uint64_t Mantissa = 0;
+  const auto ReadDigits = [&Mantissa](const char16_t* Next) {
+    for (; IsDigit(*Next); ++Next) Mantissa = Mantissa * 10 + static_cast<unsigned>(*Next - u'0');
+    return Next; // at the NUL behind the text at the latest
+  };
+  const char16_t* const PointOrEnd = ReadDigits(Begin);
+  const char16_t* End = PointOrEnd;
+  std::ptrdiff_t Digits = End - Begin, Scale = 0;
+  if (*End == u'.') {
+    End = ReadDigits(PointOrEnd + 1);
+    Scale = End - PointOrEnd - 1;
+    Digits += Scale;
   }
-  return EndOrOperand(Point);
+  if (Digits == 0 || Digits > MostDigits) return nullptr;
+  const std::u16string_view Text(Begin, static_cast<size_t>(End - Begin));
+  const auto EndPoint = Point + static_cast<std::int32_t>(Text.size());
+  if (IsOperatorChar(*End)) {
+    FParser.FPoint = EndPoint + 1;
+    const bool IsBar = *End == u'/' && IsFractionBar(Text);
+    FParser.FPoint = Point;
+    if (IsBar) return nullptr;
+  } else if (EndPoint != FEnd && (*End != u')' || FOpen.Empty())) {
+    return nullptr;
+  }
+  FParser.FPoint = EndPoint;
+  auto Value = static_cast<double>(Mantissa);
+  if (Scale > 0) Value /= PowersOf10[Scale];
+  return FMaker.MakeNumber(Text, Value, FParser.PlaceOf(Point));
 }
 
-/// What stands at the end of the text or bracket. Blanks there belong to nothing.
-TTreeReader::TToken TTreeReader::EndOrOperand(std::int32_t Point) const {
-  if (TrimView(FText).empty()) return {TTokenKind::End, FParser.FPoint, {}};
-  return {TTokenKind::Operand, Point, FText};
-}
-
-/// In brackets every ")" that is met closes them: they are balanced, and inner ones are read as a whole.
-bool TTreeReader::AtEnd() const noexcept {
-  if (FParser.FPoint < 1 || FParser.FPoint >= FEnd) return true;
-  return !FOpen.empty() && CharAt(FParser.FPoint) == u')';
-}
-
-bool TTreeReader::StandsForSign(std::int32_t Point) const noexcept {
-  const std::int32_t Start = FOpen.empty() ? 1 : FOpen.back().Start;
-  return Point == Start || IsOperatorChar(CharAt(Point - 1));
-}
-
-/// True when the "/" just read belongs to an inch fraction: digits and the inch mark follow.
-bool TTreeReader::IsFractionBar(std::u16string_view Token) const {
-  if (!IsImperialLengthCode(LengthUnit().UnitIdentifyCode)) return false;
-  if (!std::all_of(Token.begin(), Token.end(), IsImperialChar)) return false;
-  std::int32_t Point = FParser.FPoint;
-  while (Point < FEnd && IsDigit(CharAt(Point))) ++Point;
-  return Point > FParser.FPoint && Point < FEnd && CharAt(Point) == InchMark;
+/// Reads on as long as nothing but plain numbers, operators between operands and brackets come, as in most
+/// texts; stops in front of everything else, which NextNode then judges. Makes the same nodes as that, with a
+/// third of its instructions. return: false when a bracket cannot be opened; the error is set then
+bool TTreeReader::ReadUsual() {
+  while (FParser.FPoint >= 1) {
+    TSequence& Into = Innermost();
+    if (Into.NeedsOperand()) {
+      if (CharAt(FParser.FPoint) == u'(') { // the text ends with a NUL
+        const std::int32_t Point = FParser.FPoint++;
+        if (!OpenBracket({TTokenKind::Bracket, Point, {}})) return false;
+        continue;
+      }
+      std::unique_ptr<TNode> Number = UsualNumber();
+      if (!Number) break;
+      Into.TakeOperand(std::move(Number));
+    } else if (!Into.HasOperand() || IsOperatorChar(CharAt(FParser.FPoint - 1))) {
+      break;
+    }
+    const std::int32_t Point = FParser.FPoint;
+    const char16_t C = CharAt(Point);
+    if (IsOperatorChar(C)) {
+      ++FParser.FPoint;
+      Into.TakeOperator(FMaker.Make(ntOp, {&C, 1}, FParser.PlaceOf(Point)));
+    } else {
+      if (C != u')' || FOpen.Empty() || !FOpen.Top().IsOperand) break;
+      std::unique_ptr<TNode> Block = CloseBracket();
+      Innermost().TakeOperand(std::move(Block));
+    }
+  }
+  return true;
 }
 
 std::unique_ptr<TNode> TTreeReader::MakeNode(const TToken& Token) {
@@ -217,10 +222,8 @@ std::unique_ptr<TNode> TTreeReader::MakeNode(const TToken& Token) {
     Fail(FunctionMessage, Token.Point);
     return nullptr;
   }
-  auto Node = std::make_unique<TNode>();
-  Node->FNodeType = Token.Kind == TTokenKind::Operator ? ntOp : ntNum;
-  Node->FValue.append(TrimView(Token.Text));
-  Node->FPos = FParser.PlaceOf(Token.Point);
+  auto Node = FMaker.Make(Token.Kind == TTokenKind::Operator ? ntOp : ntNum, TrimView(Token.Text),
+                          FParser.PlaceOf(Token.Point));
   if (Node->FNodeType == ntOp || IsMissing(*Node)) return Node; // judged by the place where it stands
   const std::u16string Message = ClassifyOperand(*Node, LengthUnit());
   if (Message.empty()) return Node;
@@ -229,34 +232,35 @@ std::unique_ptr<TNode> TTreeReader::MakeNode(const TToken& Token) {
 }
 
 bool TTreeReader::OpenBracket(const TToken& Token) {
-  if (FOpen.empty()) FClosing = FindClosingBracket(FParser);
+  if (FOpen.Empty()) FClosing = FindClosingBracket(FParser);
   if (FClosing == 0) return false;
-  if (FOpen.size() == DeepestBracket) {
+  if (FOpen.Count() == DeepestBracket) {
     FParser.SetError(TooDeepMessage, FParser.PlaceOf(Token.Point));
     return false;
   }
   while (CharAt(FParser.FPoint) <= u' ') ++FParser.FPoint; // stops at the closing bracket at the latest
-  FOpen.push_back({{}, Token.Point, FParser.FPoint, !Token.Text.empty()});
+  const bool IsOperand = Innermost().NeedsOperand();
+  FOpen.Push({{}, Token.Point, FParser.FPoint, !Token.Text.empty(), IsOperand});
   return true;
 }
 
 std::unique_ptr<TNode> TTreeReader::CloseBracket() {
-  if (FOpen.empty()) return nullptr;
-  std::unique_ptr<TNode> Node = FOpen.back().Content.Finish();
+  if (FOpen.Empty()) return nullptr;
+  std::unique_ptr<TNode> Node = FOpen.Top().Content.Finish();
   if (!Node) {
     Fail(NoOperandMessage, FParser.FPoint);
     return nullptr;
   }
   ++FParser.FPoint;
-  FNodePoint = FOpen.back().Point;
+  FNodePoint = FOpen.Top().Point;
   Node->FIsBlock = true;
-  if (FOpen.back().IsNegative) Node->FIsNegative = !Node->FIsNegative; // -(-(x)) is x
-  FOpen.pop_back();
+  if (FOpen.Top().IsNegative) Node->FIsNegative = !Node->FIsNegative; // -(-(x)) is x
+  FOpen.Pop();
   return Node;
 }
 
 bool TTreeReader::TakeInBracket(std::unique_ptr<TNode> Node) {
-  const std::u16string_view Problem = FOpen.back().Content.Take(std::move(Node));
+  const std::u16string_view Problem = FOpen.Top().Content.Take(std::move(Node));
   if (Problem.empty()) return true;
   Fail(Problem, FNodePoint);
   return false;
@@ -264,9 +268,9 @@ bool TTreeReader::TakeInBracket(std::unique_ptr<TNode> Node) {
 
 /// Inside brackets the message is not passed on: outside an operand is missing.
 void TTreeReader::Fail(std::u16string_view Message, std::int32_t Point) {
-  if (FOpen.empty()) return FParser.SetError(Message, FParser.PlaceOf(Point));
+  if (FOpen.Empty()) return FParser.SetError(Message, FParser.PlaceOf(Point));
   FFailedPoint = Point;
-  FOpen.clear();
+  FOpen.Clear();
   FParser.FPoint = FClosing + 1;
 }
 

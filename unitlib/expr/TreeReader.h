@@ -2,10 +2,12 @@
 #pragma once
 
 #include "unitlib/expr/ExpressionTools.h"
+#include "unitlib/expr/NodeMemory.h"
+#include "unitlib/rtl/SmallStack.h"
 
 #include <memory>
 #include <string>
-#include <vector>
+#include <utility>
 
 namespace unitlib {
 
@@ -13,19 +15,45 @@ namespace unitlib {
 /// when the text ends before it.
 std::int32_t FindClosingBracket(TParser& Parser);
 
+constexpr bool IsSignChar(char16_t C) noexcept {
+  return C == u'+' || C == u'-';
+}
+constexpr bool IsOperatorChar(char16_t C) noexcept {
+  constexpr std::uint64_t Operators = 1ULL << u'+' | 1ULL << u'-' | 1ULL << u'*' | 1ULL << u'/';
+  return C < 64 && (Operators >> C & 1) != 0;
+}
+
 /// A run of operands and operators on its way to become a tree: the whole text, or the content of a bracket.
 class TSequence {
 public:
+  TSequence() = default;
+  TSequence(TSequence&& Other) noexcept
+      : FRoot(std::exchange(Other.FRoot, nullptr)), FOp(std::exchange(Other.FOp, nullptr)),
+        FOperatorAsOperand(Other.FOperatorAsOperand) {}
+  TSequence& operator=(TSequence&& Other) noexcept;
+  ~TSequence() {
+    if (FRoot || FOp) Free();
+  }
+
   /// Appends a node. return: the message when it cannot stand there, else empty
   std::u16string_view Take(std::unique_ptr<TNode> Node);
   /// The tree; null when the run ends where an operand is due.
   std::unique_ptr<TNode> Finish();
 
-private:
-  void Attach(std::unique_ptr<TNode> Right);
+  bool NeedsOperand() const noexcept { return !FRoot || FOp; }
+  /// True when an operator may follow, or the end.
+  bool HasOperand() const noexcept { return FRoot && !FOp && !FOperatorAsOperand; }
+  /// What Take does with an operand where one is needed, and with an operator behind an operand.
+  inline void TakeOperand(std::unique_ptr<TNode> Node) noexcept;
+  void TakeOperator(std::unique_ptr<TNode> Node) noexcept { FOp = Node.release(); }
 
-  std::unique_ptr<TNode> FRoot;
-  std::unique_ptr<TNode> FOp;      // operator that waits for its right operand
+private:
+  void Free() noexcept;
+
+  // Owned. Plain pointers, because every step of smart ones asks for an old node to be freed: a tenth of the
+  // instructions that reading takes.
+  TNode* FRoot = nullptr;
+  TNode* FOp = nullptr;            // operator that waits for its right operand
   bool FOperatorAsOperand = false; // an operator stands where an operand should; what follows names the error
 };
 
@@ -47,26 +75,35 @@ private:
   };
   struct TBracket {
     TSequence Content;
-    std::int32_t Point; // where it starts, with its sign
-    std::int32_t Start; // of its content, leading blanks skipped
-    bool IsNegative;
+    std::int32_t Point = 0; // where it starts, with its sign
+    std::int32_t Start = 0; // of its content, leading blanks skipped
+    bool IsNegative = false;
+    bool IsOperand = false; // stands where an operand is due
+  };
+  /// Signs before an operand: those that are left of them make one "-" or none.
+  struct TSigns {
+    bool Negative = false;
+    std::int32_t Last = 0; // position of the last "-"
   };
 
   TToken ReadToken();
-  bool ReadPlainNumber(TToken& Token);
-  TToken EndOrOperand(std::int32_t Point) const;
+  TSigns ReadSigns();
+  std::u16string_view TokenText(TSigns Signs, std::int32_t Start, std::int32_t End);
+  TToken EndOrOperand(std::int32_t Point, std::u16string_view Text) const;
   bool AtEnd() const noexcept;
   bool StandsForSign(std::int32_t Point) const noexcept;
   bool IsFractionBar(std::u16string_view Token) const;
-  char16_t CharAt(std::int32_t Point) const noexcept {
-    return FParser.FString[static_cast<size_t>(Point) - 1];
-  }
+  char16_t CharAt(std::int32_t Point) const noexcept { return FParser.FString.data()[Point - 1]; }
 
   /// Current unit of lengths; the settings do not change while a text is read.
   const TUnit& LengthUnit() const {
     if (!FUnit) FUnit = &CurrentLengthUnit();
     return *FUnit;
   }
+
+  bool ReadUsual();
+  std::unique_ptr<TNode> UsualNumber();
+  TSequence& Innermost() noexcept { return FOpen.Empty() ? FSequence : FOpen.Top().Content; }
 
   std::unique_ptr<TNode> NextNode();
   std::unique_ptr<TNode> MakeNode(const TToken& Token);
@@ -76,13 +113,16 @@ private:
   void Fail(std::u16string_view Message, std::int32_t Point);
 
   TParser& FParser;
-  mutable const TUnit* FUnit = nullptr; // null: not asked for yet
-  std::u16string FText;                 // of a token whose characters do not all count
-  const std::int32_t FEnd;              // end position of the text
-  std::vector<TBracket> FOpen;          // innermost last
-  std::int32_t FClosing = 0;            // ")" of the outermost open bracket
-  std::int32_t FNodePoint = 1;          // start of the node read last
-  std::int32_t FFailedPoint = 0; // where the reading of a bracket without an expression stopped; 0: none
+  mutable const TUnit* FUnit = nullptr; // null: not asked for yet, or none
+  TNodeMaker FMaker;
+  TSequence FSequence;            // of the text itself
+  std::u16string FText;           // of a token whose characters do not all count
+  const std::int32_t FEnd;        // end position of the text
+  TSmallStack<TBracket, 4> FOpen; // innermost on top
+  std::int32_t FClosing = 0;      // ")" of the outermost open bracket
+  std::int32_t FNodePoint = 1;    // start of the node read last
+  std::int32_t FFailedPoint = 0;  // where the reading of a bracket without an expression stopped; 0: none
+  bool FReadsUsual = false;       // the usual tokens are read by the short way
 };
 
 } // namespace unitlib

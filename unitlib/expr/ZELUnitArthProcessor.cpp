@@ -15,6 +15,11 @@
 namespace unitlib {
 namespace {
 
+/// Positions are 32-bit integers, and one stands behind the text.
+bool IsTooLong(std::u16string_view Text) noexcept {
+  return Text.size() >= static_cast<size_t>(std::numeric_limits<std::int32_t>::max());
+}
+
 void UsePlaceholder(TNode& Node) {
   Node.FDoubleValue = 1.0;
   Node.FStoreValue = u"1";
@@ -69,12 +74,11 @@ const TUnit& CurrentLengthUnit() {
   throw EListError(u"No current unit for measure " + Code, Code);
 }
 
-bool HasLengthUnit() {
+const TUnit* FindLengthUnit() {
   try {
-    CurrentLengthUnit();
-    return true;
+    return &CurrentLengthUnit();
   } catch (const EUnitError&) {
-    return false;
+    return nullptr;
   }
 }
 
@@ -97,24 +101,6 @@ void TNode::AfterConstruction() {
   FPos = -1;
 }
 
-void TNode::BeforeDestruction() noexcept {
-  // A left child is turned upwards until the top has none, then the top goes: no recursion, no allocation.
-  for (auto* Child : {&FLeft, &FRight}) {
-    std::unique_ptr<TNode> Top = std::move(*Child);
-    while (Top) {
-      std::unique_ptr<TNode> Next;
-      if (Top->FLeft) {
-        Next = std::move(Top->FLeft);
-        Top->FLeft = std::move(Next->FRight);
-        Next->FRight = std::move(Top);
-      } else {
-        Next = std::move(Top->FRight);
-      }
-      Top = std::move(Next);
-    }
-  }
-}
-
 std::unique_ptr<TNode> TNode::Clone() const {
   std::unique_ptr<TNode> Result = CloneFields(*this);
   std::vector<std::pair<const TNode*, TNode*>> Waiting; // original, copy that still lacks its children
@@ -135,9 +121,7 @@ std::unique_ptr<TNode> TNode::Clone() const {
 }
 
 bool TNode::IsHigerThanOther(const TNode& AOther, bool ARespectBlock) const noexcept {
-  if (AOther.FIsBlock && ARespectBlock) return false;
-  if (FValue != u"*" && FValue != u"/") return false;
-  return AOther.FValue == u"+" || AOther.FValue == u"-";
+  return BindsTighter(*this, AOther, ARespectBlock);
 }
 
 void TNode::SetValue(std::u16string_view AValue) {
@@ -145,16 +129,10 @@ void TNode::SetValue(std::u16string_view AValue) {
 }
 
 TParser::TParser(std::u16string_view AText)
-    : FTotal(1), FPoint(1), FHasError(false), FErrPos(-1), FSkipped(0) {
-  // Positions are 32-bit integers, and one stands behind the text.
-  if (AText.size() >= static_cast<size_t>(std::numeric_limits<std::int32_t>::max())) {
-    SetError(TooLongMessage, -1);
-    return;
-  }
-  const std::u16string_view Trimmed = TrimView(AText);
-  FString = Trimmed;
-  FTotal = static_cast<std::int32_t>(Trimmed.size()) + 1;
-  if (!Trimmed.empty()) FSkipped = static_cast<std::int32_t>(Trimmed.data() - AText.data());
+    : FString(IsTooLong(AText) ? std::u16string_view() : TrimView(AText)),
+      FTotal(static_cast<std::int32_t>(FString.size()) + 1), FPoint(1), FHasError(false), FErrPos(-1),
+      FSkipped(FString.empty() ? 0 : static_cast<std::int32_t>(TrimView(AText).data() - AText.data())) {
+  if (IsTooLong(AText)) SetError(TooLongMessage, -1);
 }
 
 std::unique_ptr<TNode> TParser::Parse() {

@@ -8,8 +8,10 @@
 /// Lengths and the reading of imperial operands follow the current unit of the measure with classify code 3.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -25,9 +27,7 @@ enum TNodeType : std::uint8_t {
 class TNode {
 public:
   TNode() = default;
-  ~TNode() {
-    if (FLeft || FRight) BeforeDestruction();
-  }
+  ~TNode();
   TNode(const TNode&) = delete;
   TNode& operator=(const TNode&) = delete;
 
@@ -57,6 +57,22 @@ public:
   const std::u16string& ToString() const noexcept { return FValue; }
 
   void SetValue(std::u16string_view AValue);
+
+  // Nodes that are read from one text share blocks of memory (NodeMemory.h); nothing else is special about
+  // them.
+  static void* operator new(std::size_t Size);
+  static void* operator new(std::size_t Size, const std::nothrow_t&) noexcept;
+  static void* operator new(std::size_t, void* Place) noexcept { return Place; }
+  static void operator delete(void* Node) noexcept;
+  static void operator delete(void* Node, const std::nothrow_t&) noexcept { operator delete(Node); }
+  static void operator delete(void*, void*) noexcept {}
+
+private:
+  friend class TNodeMaker;
+  TNode(TNodeType Type, std::u16string_view Value, std::int32_t Pos)
+      : FNodeType(Type), FValue(Value), FPos(Pos) {}
+  TNode(std::u16string_view Number, double Value, std::int32_t Pos)
+      : FNodeType(ntNum), FValue(Number), FStoreValue(Number), FDoubleValue(Value), FPos(Pos) {}
 };
 
 /// Reads one text and works on its tree. Made for one text, which it parses once; the tree belongs to the

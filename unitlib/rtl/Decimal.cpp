@@ -3,6 +3,7 @@
 #include "unitlib/rtl/ExactProduct.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -61,9 +62,8 @@ TDecimal15 WithoutTrailingZeros(std::uint64_t Mantissa, int Exponent) noexcept {
 /// less than to_chars.
 bool RoundByProduct(double Value, TDecimal15& Result) noexcept {
   if (!(Value >= 1e-5 && Value < 1e15)) return false;
-  int Binary = 0;
-  std::frexp(Value, &Binary);
-  int Shift = MaxDigits - 1 - static_cast<int>(std::floor((Binary - 1) * 0.30102999566398120)); // log10(2)
+  const int Binary = static_cast<int>(std::bit_cast<std::uint64_t>(Value) >> 52) - 1023;
+  int Shift = MaxDigits - 1 - (Binary * 1233 >> 12); // 1233 / 4096 is log10(2), near enough from 2^-17 to 2^49
   TExactProduct Product(Value, PowersOf10[Shift]);
   if (Product.Hi >= static_cast<double>(Limit)) Product = TExactProduct(Value, PowersOf10[--Shift]);
   const auto Whole = static_cast<std::int64_t>(Product.Hi);
@@ -192,7 +192,20 @@ void AppendPlain(std::u16string& Out, TDecimal15 Value) {
   Out.append(TPlainText(Value, false).View());
 }
 
+/// True where the digits start at 0.00001 or before, and none is behind 22 decimals.
+bool IsUsual(TDecimal15 Value) noexcept {
+  constexpr int MostDecimals = 19, AlwaysFixed = 5;
+  if (Value.Exponent > 0 || Value.Exponent < -MostDecimals) return false;
+  return -Value.Exponent <= AlwaysFixed ||
+         static_cast<double>(Value.Mantissa) >= PowersOf10[-Value.Exponent - AlwaysFixed];
+}
+
 void AppendGeneral(std::u16string& Out, TDecimal15 Value) {
+  if (IsUsual(Value)) {
+    char16_t Text[48];
+    Out.append(Text, WriteFixed(Text, Value.Mantissa, -Value.Exponent, 0, 0));
+    return;
+  }
   const TDigits Digits(Value.Mantissa);
   const int Point = Digits.Count() + Value.Exponent;
   if (Value.Mantissa == 0 || (Point <= MaxDigits && Point > -5)) return AppendPlain(Out, Value);

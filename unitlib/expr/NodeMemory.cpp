@@ -1,0 +1,107 @@
+#include "unitlib/expr/NodeMemory.h"
+
+#include <algorithm>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define UNITLIB_NODES_ALONE 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define UNITLIB_NODES_ALONE 1
+#endif
+#endif
+
+namespace unitlib {
+namespace {
+
+#ifdef UNITLIB_NODES_ALONE
+constexpr std::size_t MostInBlock = 1; // so that the sanitizer sees every node that is used after its end
+#else
+constexpr std::size_t MostInBlock = 8; // of 1 KB, the largest that malloc keeps at hand
+#endif
+
+/// Where the memory of a node that is alone starts: as far before it as keeps it aligned.
+constexpr std::size_t AloneBefore = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
+static_assert(AloneBefore >= sizeof(TNodeBlock*));
+
+void* StartOf(void* Node) noexcept {
+  return static_cast<std::byte*>(Node) - AloneBefore;
+}
+
+} // namespace
+
+void TNodeBlock::Release(std::uint32_t Count) noexcept {
+  // When the rest is all that is left nobody else can be at it: no locked instruction.
+  if (InUse.load(std::memory_order_acquire) == Count ||
+      InUse.fetch_sub(Count, std::memory_order_acq_rel) == Count)
+    ::operator delete(this);
+}
+
+void TNodeMaker::TakeBlock() {
+  const std::size_t Places = std::clamp<std::size_t>(FMost, 1, MostInBlock);
+  void* const Memory = ::operator new(sizeof(TNodeBlock) + Places * sizeof(TNodePlace));
+  FBlock = ::new (Memory) TNodeBlock(static_cast<std::uint32_t>(Places));
+  FUnused = Places;
+  FMost -= std::min(FMost, Places);
+}
+
+/// Frees a node that has no children (any more): its texts are all there is to be destroyed.
+inline void TNodeFreer::Free(TNode* Node) noexcept {
+  TNodeBlock* const Block = BlockOf(Node);
+  std::destroy_at(&Node->FStoreValue);
+  std::destroy_at(&Node->FValue);
+  if (!Block) return ::operator delete(StartOf(Node));
+  if (Block != FBlock) Flush();
+  FBlock = Block;
+  ++FCount;
+}
+
+/// A left child with children is turned upwards until the top has none, then the top goes.
+void TNodeFreer::FreeTree(TNode* Top) noexcept {
+  while (Top) {
+    TNode* const Left = Top->FLeft.release();
+    if (Left && (Left->FLeft || Left->FRight)) {
+      Top->FLeft = std::move(Left->FRight);
+      Left->FRight.reset(Top);
+      Top = Left;
+      continue;
+    }
+    if (Left) Free(Left);
+    TNode* const Right = Top->FRight.release();
+    Free(Top);
+    Top = Right;
+  }
+}
+
+TNode::~TNode() {
+  if (FLeft || FRight) BeforeDestruction();
+}
+
+void TNode::BeforeDestruction() noexcept {
+  TNodeFreer Freer;
+  Freer.FreeTree(FLeft.release());
+  Freer.FreeTree(FRight.release());
+}
+
+void* TNode::operator new(std::size_t Size) {
+  void* const Node = static_cast<std::byte*>(::operator new(AloneBefore + Size)) + AloneBefore;
+  BlockOf(Node) = nullptr;
+  return Node;
+}
+
+void* TNode::operator new(std::size_t Size, const std::nothrow_t&) noexcept {
+  try {
+    return operator new(Size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
+void TNode::operator delete(void* Node) noexcept {
+  if (!Node) return;
+  if (TNodeBlock* const Block = BlockOf(Node))
+    Block->Release(1);
+  else
+    ::operator delete(StartOf(Node));
+}
+
+} // namespace unitlib
