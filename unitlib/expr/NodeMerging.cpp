@@ -100,7 +100,8 @@ std::unique_ptr<TNode> MergeTree(TParser& Parser, std::unique_ptr<TNode> Root) {
   if (Root->FNodeType == ntOp && FoldTree(*Root, Folded) && FindLengthUnit()) {
     const double Value = Root->FIsNegative ? -Folded.Value : Folded.Value;
     const std::int32_t Pos = Root->FPos;
-    return FoldedNumber(Parser, Value, Folded.IsImperial, Pos, std::move(Root));
+    if (MakeNumber(*Root, Value, Folded.IsImperial, Pos)) return Root;
+    return FoldedNumber(Parser, Value, Folded.IsImperial, Pos);
   }
   return TNodeMerger(Parser).Merge(std::move(Root));
 }

@@ -50,64 +50,120 @@ bool ValueOf(TDecimal15 Digits, double& Value) noexcept {
   return Value <= LargestOperand;
 }
 
-/// What the text of a folded number is read back as: its 15 digits. False where ValueOf is.
-bool CutTo15Digits(double& Value) {
-  const double Absolute = std::fabs(Value);
-  if (!(Absolute <= LargestOperand)) return false;
-  if (Absolute < LargestOperand &&
-      Absolute == static_cast<double>(static_cast<std::int64_t>(Absolute))) { // whole
-    Value += 0.0; // -0 becomes 0
-    return true;
-  }
+bool CutFraction(double& Value) {
   double Cut = 0.0;
-  if (!ValueOf(ToDecimal15(Absolute), Cut)) return false;
+  if (!ValueOf(ToDecimal15(std::fabs(Value)), Cut)) return false;
   Value = Value < 0 ? -Cut : Cut;
   return true;
 }
 
-/// Applies an operator to two values, the second of which it replaces; false where it is refused or unknown.
-bool Combine(const TNode& Op, const TTreeValue& Left, TTreeValue& Right) {
-  const char16_t Sign = OperatorOf(Op);
-  if (Sign != u'+' && Sign != u'-' && Sign != u'*' && Sign != u'/') return false;
-  if (!Refusal(Sign, Left.IsImperial, Right.IsImperial, Right.Value).empty()) return false;
-  Right = {Compute(Sign, Left.Value, Right.Value), Left.IsImperial || Right.IsImperial};
+/// What the text of a folded number is read back as: its 15 digits. False where ValueOf is.
+inline bool CutTo15Digits(double& Value) {
+  const double Absolute = std::fabs(Value);
+  if (!(Absolute < LargestOperand)) return Absolute == LargestOperand;
+  if (Absolute != static_cast<double>(static_cast<std::int64_t>(Absolute))) return CutFraction(Value);
+  Value += 0.0; // a whole number stays, but -0 becomes 0
   return true;
 }
 
-/// An operator whose left or right operand is being folded.
-struct TOpenOperator {
-  const TNode* Op;
-  TTreeValue Left;
-  bool HasLeft;
+/// Applies an operator to two values, the second of which it replaces; false where it is refused or unknown.
+inline bool Combine(const TNode& Op, const TTreeValue& Left, TTreeValue& Right) {
+  const char16_t Sign = OperatorOf(Op);
+  if (!Refusal(Sign, Left.IsImperial, Right.IsImperial, Right.Value).empty()) return false;
+  switch (Sign) {
+  case u'+':
+    Right.Value = Left.Value + Right.Value;
+    break;
+  case u'-':
+    Right.Value = Left.Value - Right.Value;
+    break;
+  case u'*':
+    Right.Value = Left.Value * Right.Value;
+    break;
+  case u'/':
+    Right.Value = Left.Value / Right.Value;
+    break;
+  default:
+    return false;
+  }
+  Right.IsImperial = Left.IsImperial || Right.IsImperial;
+  return true;
+}
+
+/// Value of a number without a name; false for every other node, and where CutTo15Digits is.
+inline bool LeafValue(const TNode& Node, TTreeValue& Value) {
+  if (Node.FNodeType != ntNum || Node.FIsVar) return false;
+  Value = {Node.FDoubleValue, Node.FIsImperial};
+  if (!Node.FIsNegative) return true;
+  Value.Value = -Value.Value;
+  return CutTo15Digits(Value.Value);
+}
+
+/// Folds a tree without recursion. Operands that are numbers need no place on the stack.
+class TTreeFolder {
+public:
+  bool Fold(const TNode& Root, TTreeValue& Result) {
+    for (const TNode* Node = &Root; Node;)
+      if (!GoDown(Node) || !GoUp(Node)) return false;
+    Result = FValue;
+    return true;
+  }
+
+private:
+  struct TOpen {
+    const TNode* Op;
+    TTreeValue Left;
+    bool HasLeft; // its right operand is being folded; otherwise the left one
+  };
+
+  /// Down to an operator on two numbers.
+  bool GoDown(const TNode*& Node) {
+    for (;;) {
+      if (!IsWholeOperator(*Node)) return false;
+      const TNode &Left = *Node->FLeft, &Right = *Node->FRight;
+      const bool HasLeft = Left.FNodeType != ntOp;
+      if (HasLeft && !LeafValue(Left, FLeft)) return false;
+      if (HasLeft && Right.FNodeType != ntOp) return LeafValue(Right, FValue);
+      FOpen.Push({Node, FLeft, HasLeft});
+      Node = HasLeft ? &Right : &Left;
+    }
+  }
+
+  /// Up while both operands are known; Node becomes the operator that still needs its right one, or null.
+  bool GoUp(const TNode*& Node) {
+    for (;;) {
+      if (!Combine(*Node, FLeft, FValue)) return false;
+      if (FOpen.Empty()) {
+        Node = nullptr;
+        return true;
+      }
+      if (Node->FIsNegative) FValue.Value = -FValue.Value;
+      if (!CutTo15Digits(FValue.Value)) return false;
+      TOpen& Open = FOpen.Top();
+      Node = Open.Op;
+      if (Open.HasLeft) {
+        FLeft = Open.Left;
+      } else if (Node->FRight->FNodeType == ntOp) {
+        Open.Left = FValue;
+        Open.HasLeft = true;
+        Node = Node->FRight.get();
+        return true;
+      } else {
+        FLeft = FValue;
+        if (!LeafValue(*Node->FRight, FValue)) return false;
+      }
+      FOpen.Pop();
+    }
+  }
+
+  TTreeValue FLeft{}, FValue{}; // operands of the operator at hand; then FValue is its value
+  TSmallStack<TOpen, 16> FOpen;
 };
 
 } // namespace
 
 bool FoldTree(const TNode& Root, TTreeValue& Result) {
-  TSmallStack<TOpenOperator, 16> Open;
-  for (const TNode* Node = &Root;;) {
-    for (; Node->FNodeType == ntOp; Node = Node->FLeft.get()) { // down to the leftmost number
-      if (!IsWholeOperator(*Node)) return false;
-      Open.Push({Node, {}, false});
-    }
-    if (Node->FNodeType != ntNum || Node->FIsVar) return false;
-    TTreeValue Value{Node->FIsNegative ? -Node->FDoubleValue : Node->FDoubleValue, Node->FIsImperial};
-    if (Node->FIsNegative && !CutTo15Digits(Value.Value)) return false;
-    for (; !Open.Empty() && Open.Top().HasLeft; Open.Pop()) { // up while both operands are known
-      const TOpenOperator& Done = Open.Top();
-      if (!Combine(*Done.Op, Done.Left, Value)) return false;
-      if (Open.Count() == 1) continue;
-      if (Done.Op->FIsNegative) Value.Value = -Value.Value;
-      if (!CutTo15Digits(Value.Value)) return false;
-    }
-    if (Open.Empty()) {
-      Result = Value;
-      return true;
-    }
-    Open.Top().Left = Value;
-    Open.Top().HasLeft = true;
-    Node = Open.Top().Op->FRight.get();
-  }
+  return TTreeFolder().Fold(Root, Result);
 }
 
 double ApplyOperator(TParser& Parser, const TNode& Op, double Left, double Right) {
@@ -119,25 +175,30 @@ double ApplyOperator(TParser& Parser, const TNode& Op, double Left, double Right
   return 0.0;
 }
 
-std::unique_ptr<TNode> FoldedNumber(TParser& Parser, double Value, bool IsImperial, std::int32_t Pos,
-                                    std::unique_ptr<TNode> Node) {
-  if (Node)
-    Node->AfterConstruction();
-  else
-    Node = std::make_unique<TNode>();
-  Node->FNodeType = ntNum;
-  Node->FPos = Pos;
+bool MakeNumber(TNode& Node, double Value, bool IsImperial, std::int32_t Pos) {
+  Node.AfterConstruction();
+  Node.FNodeType = ntNum;
+  Node.FPos = Pos;
+  Node.FIsImperial = IsImperial;
+  if (!std::isfinite(Value)) return false;
+  const TDecimal15 Digits = ToDecimal15(std::fabs(Value));
+  if (Value < 0) Node.FValue.push_back(u'-');
+  AppendGeneral(Node.FValue, Digits); // FloatToStr of the value
+  double Absolute = 0.0;
+  if (!ValueOf(Digits, Absolute)) return false;
+  Node.FDoubleValue = Value < 0 ? -Absolute : Absolute;
+  Node.FStoreValue = Node.FValue;
+  return true;
+}
+
+std::unique_ptr<TNode> FoldedNumber(TParser& Parser, double Value, bool IsImperial, std::int32_t Pos) {
+  auto Node = std::make_unique<TNode>();
+  const bool Made = MakeNumber(*Node, Value, IsImperial, Pos);
+  if (Made && FindLengthUnit()) return Node;
   if (std::isfinite(Value)) {
-    const TDecimal15 Digits = ToDecimal15(std::fabs(Value));
-    if (Value < 0) Node->FValue.push_back(u'-');
-    AppendGeneral(Node->FValue, Digits); // FloatToStr of the value
-    if (ValueOf(Digits, Node->FDoubleValue) && FindLengthUnit()) {
-      if (Value < 0) Node->FDoubleValue = -Node->FDoubleValue;
-      Node->FStoreValue = Node->FValue;
-    } else {
-      Node->FDoubleValue = 0.0;
-      Parser.ProcessNode(*Node);
-    }
+    Node->FDoubleValue = 0.0;
+    Node->FStoreValue.clear();
+    Parser.ProcessNode(*Node);
   } else {
     Node->FValue = u"1";
     Node->FStoreValue = u"1";

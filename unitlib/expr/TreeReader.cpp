@@ -1,6 +1,8 @@
 #include "unitlib/expr/TreeReader.h"
 
 #include "unitlib/expr/ExpressionTools.h"
+#include "unitlib/model/UnitModel.h"
+#include "unitlib/model/ZELUnitConst.h"
 #include "unitlib/rtl/ExactProduct.h"
 #include "unitlib/rtl/Text.h"
 
@@ -132,6 +134,7 @@ std::unique_ptr<TNode> TTreeReader::NextNode() {
   try {
     for (;;) {
       if (FReadsUsual && !ReadUsual()) return nullptr;
+      if (FParser.FPoint >= FEnd && FOpen.Empty()) return nullptr;
       const TToken Token = ReadToken();
       FNodePoint = Token.Point;
       if (Token.Kind == TTokenKind::Bracket) {
@@ -151,7 +154,7 @@ std::unique_ptr<TNode> TTreeReader::NextNode() {
 /// A number of at most 15 digits, up to an operator, the end, or the ")" of its bracket; null, and nothing
 /// read, for everything else. Its value is had on the way: digits and a power of ten are exact doubles, so
 /// their quotient is the nearest one, as when its text is read again.
-std::unique_ptr<TNode> TTreeReader::UsualNumber() {
+[[gnu::always_inline]] inline std::unique_ptr<TNode> TTreeReader::UsualNumber() {
   constexpr std::ptrdiff_t MostDigits = 15;
   const std::int32_t Point = FParser.FPoint;
   const char16_t* const Begin = FParser.FString.data() + Point - 1;
@@ -160,25 +163,19 @@ std::unique_ptr<TNode> TTreeReader::UsualNumber() {
     for (; IsDigit(*Next); ++Next) Mantissa = Mantissa * 10 + static_cast<unsigned>(*Next - u'0');
     return Next; // at the NUL behind the text at the latest
   };
-  const char16_t* const PointOrEnd = ReadDigits(Begin);
-  const char16_t* End = PointOrEnd;
+  const char16_t* End = ReadDigits(Begin);
   std::ptrdiff_t Digits = End - Begin, Scale = 0;
   if (*End == u'.') {
-    End = ReadDigits(PointOrEnd + 1);
-    Scale = End - PointOrEnd - 1;
+    const char16_t* const BehindPoint = End + 1;
+    End = ReadDigits(BehindPoint);
+    Scale = End - BehindPoint;
     Digits += Scale;
   }
   if (Digits == 0 || Digits > MostDigits) return nullptr;
   const std::u16string_view Text(Begin, static_cast<size_t>(End - Begin));
   const auto EndPoint = Point + static_cast<std::int32_t>(Text.size());
-  if (IsOperatorChar(*End)) {
-    FParser.FPoint = EndPoint + 1;
-    const bool IsBar = *End == u'/' && IsFractionBar(Text);
-    FParser.FPoint = Point;
-    if (IsBar) return nullptr;
-  } else if (EndPoint != FEnd && (*End != u')' || FOpen.Empty())) {
-    return nullptr;
-  }
+  if (!IsOperatorChar(*End) && EndPoint != FEnd && (*End != u')' || FOpen.Empty())) return nullptr;
+  if (*End == u'/' && IsImperialLengthCode(FUnit->UnitIdentifyCode)) return nullptr; // may be a fraction's bar
   FParser.FPoint = EndPoint;
   auto Value = static_cast<double>(Mantissa);
   if (Scale > 0) Value /= PowersOf10[Scale];
@@ -240,7 +237,11 @@ bool TTreeReader::OpenBracket(const TToken& Token) {
   }
   while (CharAt(FParser.FPoint) <= u' ') ++FParser.FPoint; // stops at the closing bracket at the latest
   const bool IsOperand = Innermost().NeedsOperand();
-  FOpen.Push({{}, Token.Point, FParser.FPoint, !Token.Text.empty(), IsOperand});
+  TBracket& Open = FOpen.Grow(); // its content is empty: closing takes it out
+  Open.Point = Token.Point;
+  Open.Start = FParser.FPoint;
+  Open.IsNegative = !Token.Text.empty();
+  Open.IsOperand = IsOperand;
   return true;
 }
 

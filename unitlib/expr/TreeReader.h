@@ -102,7 +102,7 @@ private:
   }
 
   bool ReadUsual();
-  std::unique_ptr<TNode> UsualNumber();
+  inline std::unique_ptr<TNode> UsualNumber();
   TSequence& Innermost() noexcept { return FOpen.Empty() ? FSequence : FOpen.Top().Content; }
 
   std::unique_ptr<TNode> NextNode();

@@ -23,6 +23,12 @@ public:
       FFar.push_back(std::move(Element));
     ++FCount;
   }
+  /// The new top: a fresh element, or what Pop left of an earlier one.
+  T& Grow() {
+    if (FCount >= Near) FFar.emplace_back();
+    ++FCount;
+    return Top();
+  }
   /// Takes the top away. (An element that owns something should be moved out before.)
   void Pop() noexcept {
     if (FCount > Near) FFar.pop_back();
