@@ -10,22 +10,6 @@
 namespace unitlib {
 namespace {
 
-bool IsMod(std::u16string_view Text, size_t Pos) {
-  return (Text[Pos] == u'm' || Text[Pos] == u'M') && SameText(Text.substr(Pos, 3), u"mod");
-}
-
-/// The text with every "mod" turned into operators of the same length, kept in Buffer where there is one.
-/// Tokens are views into it: a joined fraction is one run of characters, too.
-std::u16string_view ScanText(std::u16string_view Text, std::u16string& Buffer) {
-  size_t Pos = 0;
-  while (Pos < Text.size() && !IsMod(Text, Pos)) ++Pos;
-  if (Pos == Text.size()) return Text;
-  Buffer = Text;
-  for (; Pos < Buffer.size(); ++Pos)
-    if (IsMod(Buffer, Pos)) Buffer.replace(Pos, 3, u"+++");
-  return Buffer;
-}
-
 constexpr bool IsDelimiter(char16_t C) {
   switch (C) {
   case u'+':
@@ -39,6 +23,12 @@ constexpr bool IsDelimiter(char16_t C) {
   default:
     return false;
   }
+}
+
+/// True where a token ends: at a delimiter, and at "mod", which stands for one.
+bool EndsToken(std::u16string_view Text, size_t Pos) {
+  const char16_t C = Text[Pos];
+  return IsDelimiter(C) || ((C == u'm' || C == u'M') && SameText(Text.substr(Pos, 3), u"mod"));
 }
 
 bool IsTrimmedInteger(std::u16string_view Text) {
@@ -75,32 +65,6 @@ struct TToken {
   size_t End;
 };
 
-/// Hands every token to Use, in order. A token is known to be whole only when the next one has not joined it.
-template <class TUse> void ScanTokens(std::u16string_view Work, TUse Use) {
-  TToken Last{0, 0};       // empty: none yet
-  bool AfterSlash = false; // the last delimiter was "/"
-  for (size_t Pos = 0; Pos < Work.size();) {
-    if (!IsDigit(Work[Pos])) {
-      AfterSlash = false;
-      ++Pos;
-      continue;
-    }
-    size_t End = Pos;
-    while (End < Work.size() && !IsDelimiter(Work[End])) ++End;
-    if (AfterSlash &&
-        IsFractionBar(Work.substr(Last.Start, Last.End - Last.Start), Work.substr(Pos, End - Pos))) {
-      Last.End = End;
-      AfterSlash = false;
-    } else {
-      if (Last.End > Last.Start) Use(Last);
-      Last = {Pos, End};
-      AfterSlash = End < Work.size() && Work[End] == u'/';
-    }
-    Pos = End + 1;
-  }
-  if (Last.End > Last.Start) Use(Last);
-}
-
 /// True for plain numbers and plain fractions, which stay as they are.
 bool IsPlain(std::u16string_view Token) {
   if (IsEndWithSymbol(Token)) return false; // a mark is in no number
@@ -108,6 +72,82 @@ bool IsPlain(std::u16string_view Token) {
   std::u16string Digits(Token);
   std::erase_if(Digits, [](char16_t C) { return C == u'/' || C == u'.'; });
   return IsNumeric(Digits);
+}
+
+/// Reads what nearly everybody types, up to a delimiter or the end: feet, inches and a fraction (5'6 1/2"), or a
+/// whole number. Behind either no fraction can go on.
+class TUsualToken {
+public:
+  TUsualToken(std::u16string_view Text, size_t Start) : FText(Text), FPos(Start) {}
+
+  /// False for every other text, which may be a length all the same.
+  bool Read() {
+    if (!TakeDigits(FShape.Feet)) return false;
+    if (FPos == FText.size() || (IsDelimiter(FText[FPos]) && FText[FPos] != u'/')) return true;
+    FIsLength = Take(FootMark) && TakeDigits(FShape.Inches) && Take(u' ') && TakeDigits(FShape.Numerator) &&
+                Take(u'/') && !Is(u'0') && TakeDigits(FShape.Denominator) && Take(InchMark) &&
+                (FPos == FText.size() || IsDelimiter(FText[FPos]));
+    return FIsLength;
+  }
+  size_t End() const { return FPos; }
+  bool IsLength() const { return FIsLength; }
+  const TImperialShape& Shape() const { return FShape; }
+
+private:
+  bool Is(char16_t C) const { return FPos < FText.size() && FText.data()[FPos] == C; }
+  bool Take(char16_t C) { return Is(C) && ++FPos; }
+  bool TakeDigits(std::int64_t& Value) {
+    constexpr size_t MaxDigits = 15;
+    const size_t Start = FPos;
+    Value = 0;
+    for (; FPos < FText.size() && IsDigit(FText.data()[FPos]); ++FPos)
+      Value = static_cast<std::int64_t>(static_cast<std::uint64_t>(Value) * 10 + (FText.data()[FPos] - u'0'));
+    return FPos > Start && FPos - Start <= MaxDigits;
+  }
+
+  const std::u16string_view FText;
+  size_t FPos;
+  TImperialShape FShape;
+  bool FIsLength = false;
+};
+
+/// Hands every token that may be a length to Use, in order, with what it is where that is known. A token is
+/// known to be whole only when the next one has not joined it.
+template <class TUse> void ScanTokens(std::u16string_view Text, TUse Use) {
+  TToken Last{0, 0};       // empty: none yet
+  bool AfterSlash = false; // the last delimiter was "/"
+  const auto Flush = [&] {
+    if (Last.End > Last.Start) Use(Last, nullptr);
+  };
+  for (size_t Pos = 0; Pos < Text.size();) {
+    if (!IsDigit(Text[Pos])) {
+      AfterSlash = false;
+      ++Pos;
+      continue;
+    }
+    // A whole number may be the rest of a fraction; feet are none.
+    if (TUsualToken Usual(Text, Pos); Usual.Read() && (Usual.IsLength() || !AfterSlash)) {
+      Flush();
+      if (Usual.IsLength()) Use(TToken{Pos, Usual.End()}, &Usual.Shape());
+      Last = {0, 0};
+      AfterSlash = false;
+      Pos = Usual.End() + 1;
+      continue;
+    }
+    size_t End = Pos;
+    while (End < Text.size() && !EndsToken(Text, End)) ++End;
+    if (AfterSlash &&
+        IsFractionBar(Text.substr(Last.Start, Last.End - Last.Start), Text.substr(Pos, End - Pos))) {
+      Last.End = End;
+      AfterSlash = false;
+    } else {
+      Flush();
+      Last = {Pos, End};
+      AfterSlash = End < Text.size() && Text[End] == u'/';
+    }
+    Pos = End + 1;
+  }
+  Flush();
 }
 
 /// A length as it is written: a number of feet (12 inches each) or of inches.
@@ -150,15 +190,16 @@ double Convert(TLength Length, int Mode, double Factor) {
 
 std::u16string ReplaceImperialNumbers(std::u16string_view Text, int Mode, double Factor) {
   constexpr size_t RoomToGrow = 24; // metres often have more digits than feet
-  std::u16string Buffer;
-  const std::u16string_view Work = ScanText(Text, Buffer);
   std::u16string Result;
   Result.reserve(Text.size() + RoomToGrow);
   size_t Copied = 0;
-  ScanTokens(Work, [&](const TToken& Token) {
-    const std::u16string_view Number = Work.substr(Token.Start, Token.End - Token.Start);
+  ScanTokens(Text, [&](const TToken& Token, const TImperialShape* Shape) {
     TLength Length;
-    if (IsPlain(Number) || !ReadLength(Number, Length)) return;
+    if (Shape)
+      Length.Value = InchesOf(*Shape);
+    else if (const auto Number = Text.substr(Token.Start, Token.End - Token.Start);
+             IsPlain(Number) || !ReadLength(Number, Length))
+      return;
     const double Value = Convert(Length, Mode, Factor);
     if (!std::isfinite(Value)) return;
     Result.append(Text.substr(Copied, Token.Start - Copied));
