@@ -1,7 +1,5 @@
-#include "unitlib/convert/ZELUnitConvertor.h"
 #include "unitlib/expr/ExpressionTools.h"
 #include "unitlib/expr/TextForms.h"
-#include "unitlib/model/ZELUnitMgr.h"
 #include "unitlib/rtl/Numbers.h"
 
 namespace unitlib {
@@ -12,9 +10,8 @@ std::u16string SingleStoreText(TParser& Parser, const TNode& Operand) {
   if (Operand.FIsVar || Operand.FIsImperial) return Operand.FStoreValue;
   std::u16string Text;
   KeepError(Parser, Operand.FPos, [&] {
-    if (TMeasureDataManager::CheckDisplay(ElevationMeasure, Operand.FStoreValue))
-      Text = FloatToStr(
-          TMeasureDataManager::DisplayToStore(ElevationMeasure, Operand.FStoreValue, ThousandScale));
+    if (double Metres = 0.0; ReadTypedLength(Operand.FStoreValue, Metres))
+      Text = FloatToStr(Metres);
     else
       Parser.SetError(u"", Operand.FPos);
   });
@@ -42,7 +39,8 @@ bool FormElevation(std::u16string_view AText, TTextForm Form, std::u16string& Te
 
 std::u16string FormOrSame(std::u16string_view AText, TTextForm Form) {
   std::u16string Text;
-  return FormElevation(AText, Form, Text) ? Text : std::u16string(AText);
+  if (!FormElevation(AText, Form, Text)) Text = AText;
+  return Text;
 }
 
 } // namespace

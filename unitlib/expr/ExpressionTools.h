@@ -37,6 +37,11 @@ const TUnit& CurrentLengthUnit();
 /// The same; null where CurrentLengthUnit raises.
 const TUnit* FindLengthUnit();
 
+/// Reads a length typed in the current unit of lengths, in metres.
+/// return      false where it is none (TMeasureDataManager::CheckDisplay)
+/// errors      as TMeasureDataManager::DisplayToStore
+bool ReadTypedLength(std::u16string_view Text, double& Metres);
+
 /// Classifies an operand by its text, see TParser::ProcessNode; Unit is CurrentLengthUnit().
 /// return      the message when the operand is refused, else empty
 /// errors      what the unit's conversion raises

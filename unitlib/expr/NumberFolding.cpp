@@ -163,7 +163,7 @@ private:
 } // namespace
 
 bool FoldTree(const TNode& Root, TTreeValue& Result) {
-  return TTreeFolder().Fold(Root, Result);
+  return Root.FNodeType == ntOp ? TTreeFolder().Fold(Root, Result) : LeafValue(Root, Result);
 }
 
 double ApplyOperator(TParser& Parser, const TNode& Op, double Left, double Right) {

@@ -22,7 +22,7 @@ bool MakeNumber(TNode& Node, double Value, bool IsImperial, std::int32_t Pos);
 std::unique_ptr<TNode> FoldPair(TParser& Parser, char16_t Op, std::unique_ptr<TNode> Left,
                                 std::unique_ptr<TNode> Right, std::int32_t Pos);
 
-/// Value of an operator on numbers without names, every operator below it folded to 15 digits as Merge does it; imperial
+/// Value of a tree of numbers without names, every operator folded to 15 digits as Merge does it; imperial
 /// when one of the numbers is. The root's own sign is not applied and its value not cut yet. False where
 /// something is refused or missing, a number is not an ordinary one, or no settings are loaded.
 struct TTreeValue {

@@ -15,12 +15,9 @@ std::u16string LengthText(double Value, bool Plain) {
 }
 
 std::u16string StoreText(TParser& Parser, const TNode& Operand) {
-  if (!TMeasureDataManager::CheckDisplay(ElevationMeasure, Operand.FStoreValue)) {
-    Parser.SetError(u"", Operand.FPos);
-    return {};
-  }
-  return FloatToPlainStr(
-      TMeasureDataManager::DisplayToStore(ElevationMeasure, Operand.FStoreValue, ThousandScale));
+  if (double Metres = 0.0; ReadTypedLength(Operand.FStoreValue, Metres)) return FloatToPlainStr(Metres);
+  Parser.SetError(u"", Operand.FPos);
+  return {};
 }
 
 std::u16string EditText(const TNode& Operand) {
@@ -83,10 +80,12 @@ public:
   TTreeWriter(TParser& Parser, TTextForm Form) : FParser(Parser), FForm(Form) {}
 
   std::u16string Write(const TNode& Root) {
-    FWaiting.push_back({&Root, nullptr, Begin});
-    while (!FWaiting.empty()) {
-      const TStep Step = FWaiting.back();
-      FWaiting.pop_back();
+    constexpr size_t UsualLength = 31;
+    FText.reserve(UsualLength); // room taken once instead of growing by and by
+    FWaiting.Push({&Root, nullptr, Begin});
+    while (!FWaiting.Empty()) {
+      const TStep Step = FWaiting.Top();
+      FWaiting.Pop();
       if (Step.Node->FNodeType == ntOp)
         WriteOperator(Step);
       else
@@ -112,8 +111,8 @@ private:
     }
     if (Step.State == Begin && Node.FIsBlock) Open();
     if (Step.State == LeftWritten) FText += Node.FValue;
-    FWaiting.push_back({&Node, Step.Parent, Step.State == Begin ? LeftWritten : BothWritten});
-    FWaiting.push_back({Step.State == Begin ? Node.FLeft.get() : Node.FRight.get(), &Node, Begin});
+    FWaiting.Push({&Node, Step.Parent, Step.State == Begin ? LeftWritten : BothWritten});
+    FWaiting.Push({Step.State == Begin ? Node.FLeft.get() : Node.FRight.get(), &Node, Begin});
   }
 
   void Open() {
@@ -151,7 +150,7 @@ private:
   const TTextForm FForm;
   std::u16string FText;
   int FOpenBrackets = 0;
-  std::vector<TStep> FWaiting;
+  TSmallStack<TStep, 8> FWaiting;
 };
 
 } // namespace

@@ -13,6 +13,10 @@ constexpr bool IsImperialChar(char16_t C) noexcept {
   return C == u' ' || C == FootMark || IsDigit(C);
 }
 
+constexpr bool IsSpecialChar(char16_t C) noexcept {
+  return IsOperatorChar(C) || C == u'(' || C == u')';
+}
+
 } // namespace
 
 /// The signs in front of a token: "+" counts for nothing, two "-" cancel.
@@ -40,7 +44,10 @@ TTreeReader::TToken TTreeReader::ReadToken() {
   const std::int32_t Point = FParser.FPoint;
   const TSigns Signs = ReadSigns();
   const std::int32_t Start = FParser.FPoint;
-  while (!AtEnd()) {
+  for (;;) {
+    while (FParser.FPoint >= 1 && FParser.FPoint < FEnd && !IsSpecialChar(CharAt(FParser.FPoint)))
+      ++FParser.FPoint;
+    if (AtEnd()) break;
     const std::int32_t At = FParser.FPoint++;
     const char16_t C = CharAt(At);
     if (C == u'(') {
@@ -49,8 +56,7 @@ TTreeReader::TToken TTreeReader::ReadToken() {
     }
     if (!IsOperatorChar(C)) continue;
     const std::u16string_view Text = TokenText(Signs, Start, At);
-    if (Text.empty())
-      return {TTokenKind::Operator, At, {&FParser.FString[static_cast<size_t>(At) - 1], 1}};
+    if (Text.empty()) return {TTokenKind::Operator, At, {&FParser.FString[static_cast<size_t>(At) - 1], 1}};
     if (C == u'/' && IsFractionBar(Text)) continue;
     --FParser.FPoint; // the operator is the next token
     return {TTokenKind::Operand, Point, Text};

@@ -175,7 +175,8 @@ std::unique_ptr<TNode> TTreeReader::NextNode() {
   const std::u16string_view Text(Begin, static_cast<size_t>(End - Begin));
   const auto EndPoint = Point + static_cast<std::int32_t>(Text.size());
   if (!IsOperatorChar(*End) && EndPoint != FEnd && (*End != u')' || FOpen.Empty())) return nullptr;
-  if (*End == u'/' && IsImperialLengthCode(FUnit->UnitIdentifyCode)) return nullptr; // may be a fraction's bar
+  if (*End == u'/' && IsImperialLengthCode(FUnit->UnitIdentifyCode))
+    return nullptr; // may be a fraction's bar
   FParser.FPoint = EndPoint;
   auto Value = static_cast<double>(Mantissa);
   if (Scale > 0) Value /= PowersOf10[Scale];

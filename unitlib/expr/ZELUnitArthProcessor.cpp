@@ -1,7 +1,7 @@
 #include "unitlib/expr/ZELUnitArthProcessor.h"
 
 #include "unitlib/convert/ImperialText.h"
-#include "unitlib/convert/ZELUnitConvertor.h"
+#include "unitlib/convert/ZELUnitCommon.h"
 #include "unitlib/expr/ExpressionTools.h"
 #include "unitlib/expr/NumberFolding.h"
 #include "unitlib/expr/TreeReader.h"
@@ -38,9 +38,8 @@ std::u16string ClassifyNumber(TNode& Node, double Value) {
 std::u16string ClassifyImperial(TNode& Node) {
   Node.FIsImperial = true;
   UsePlaceholder(Node);
-  if (!TMeasureDataManager::CheckDisplay(ElevationMeasure, Node.FValue))
+  if (!ReadTypedLength(Node.FValue, Node.FDoubleValue))
     return std::u16string(ImperialFormatMessage) + Node.FValue;
-  Node.FDoubleValue = TMeasureDataManager::DisplayToStore(ElevationMeasure, Node.FValue, ThousandScale);
   Node.FStoreValue = FloatToStr(Node.FDoubleValue);
   return {};
 }
@@ -80,6 +79,13 @@ const TUnit* FindLengthUnit() {
   } catch (const EUnitError&) {
     return nullptr;
   }
+}
+
+bool ReadTypedLength(std::u16string_view Text, double& Metres) {
+  const auto Parser = TCommonUnitCommand(ElevationMeasure).GetParser(); // one for both questions
+  if (!Parser || !Parser->IsValid(Text)) return false;
+  Metres = Parser->AsDouble(Text, ThousandScale);
+  return true;
 }
 
 std::u16string ClassifyOperand(TNode& Node, const TUnit& Unit) {

@@ -63,7 +63,8 @@ TDecimal15 WithoutTrailingZeros(std::uint64_t Mantissa, int Exponent) noexcept {
 bool RoundByProduct(double Value, TDecimal15& Result) noexcept {
   if (!(Value >= 1e-5 && Value < 1e15)) return false;
   const int Binary = static_cast<int>(std::bit_cast<std::uint64_t>(Value) >> 52) - 1023;
-  int Shift = MaxDigits - 1 - (Binary * 1233 >> 12); // 1233 / 4096 is log10(2), near enough from 2^-17 to 2^49
+  int Shift =
+      MaxDigits - 1 - (Binary * 1233 >> 12); // 1233 / 4096 is log10(2), near enough from 2^-17 to 2^49
   TExactProduct Product(Value, PowersOf10[Shift]);
   if (Product.Hi >= static_cast<double>(Limit)) Product = TExactProduct(Value, PowersOf10[--Shift]);
   const auto Whole = static_cast<std::int64_t>(Product.Hi);

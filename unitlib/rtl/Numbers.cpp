@@ -112,6 +112,13 @@ bool ReadUsual(std::u16string_view Text, bool SkipCommas, TNumberText& Number) n
   return true;
 }
 
+/// False for texts that surely are no number, by their first and last characters: names, and lengths with marks.
+bool LooksLikeNumber(std::u16string_view Text) noexcept {
+  while (!Text.empty() && (Text.back() == u' ' || Text.back() == u',')) Text.remove_suffix(1);
+  if (Text.empty() || (!IsDigit(Text.back()) && Text.back() != u'.')) return false;
+  return Text.front() <= u'9'; // a digit, a point, a sign, a blank, a comma
+}
+
 template <class T> bool ReadInteger(std::u16string_view Text, T& Value) noexcept {
   while (!Text.empty() && Text.front() == u' ') Text.remove_prefix(1);
   if (Text.empty()) return false;
@@ -151,6 +158,7 @@ template <void (*Append)(std::u16string&, TDecimal15)> std::u16string DigitsText
 TNumberText ReadNumber(std::u16string_view Text) {
   TNumberText Usual;
   if (ReadUsual(Text, false, Usual)) return Usual;
+  if (!LooksLikeNumber(Text)) return {};
   const TShape Shape = ReadShape(Text);
   if (!Shape.Ok) return {};
   constexpr size_t Short = 64;
@@ -167,6 +175,7 @@ TNumberText ReadNumber(std::u16string_view Text) {
 TNumberText ReadNumberWithCommas(std::u16string_view Text) {
   TNumberText Usual;
   if (ReadUsual(Text, true, Usual)) return Usual;
+  if (!LooksLikeNumber(Text)) return {};
   if (Text.find(u',') == std::u16string_view::npos) return ReadNumber(Text);
   std::u16string Rest(Text);
   std::erase(Rest, u',');
