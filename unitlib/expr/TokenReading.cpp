@@ -32,6 +32,7 @@ TTreeReader::TSigns TTreeReader::ReadSigns() {
 
 /// The characters from Start to End with what is left of the signs before them.
 std::u16string_view TTreeReader::TokenText(TSigns Signs, std::int32_t Start, std::int32_t End) {
+  if (Start == End && !Signs.Negative) return {}; // wherever that is
   const std::u16string_view Text(FParser.FString.data() + Start - 1, static_cast<size_t>(End - Start));
   if (!Signs.Negative) return Text;
   if (Signs.Last == Start - 1) return {Text.data() - 1, Text.size() + 1};

@@ -106,8 +106,9 @@ TTreeReader::TTreeReader(TParser& Parser)
 std::unique_ptr<TNode> TTreeReader::ReadText() {
   if (FParser.FString.empty() || FParser.FHasError) return nullptr;
   FUnit = FindLengthUnit();
-  // Without a unit the first operand is refused; what a caller did to the end is respected by NextNode alone.
-  FReadsUsual = FUnit && static_cast<size_t>(FEnd) == FParser.FString.size() + 1;
+  // Without a unit the first operand is refused, and what a caller did to the positions only NextNode respects.
+  const bool IsWhole = FParser.FPoint == 1 && static_cast<size_t>(FEnd) == FParser.FString.size() + 1;
+  FReadsUsual = FUnit && IsWhole;
   while (std::unique_ptr<TNode> Node = NextNode()) {
     const std::u16string_view Problem = FSequence.Take(std::move(Node));
     if (Problem.empty()) continue;
@@ -187,7 +188,7 @@ std::unique_ptr<TNode> TTreeReader::NextNode() {
 /// texts; stops in front of everything else, which NextNode then judges. Makes the same nodes as that, with a
 /// third of its instructions. return: false when a bracket cannot be opened; the error is set then
 bool TTreeReader::ReadUsual() {
-  while (FParser.FPoint >= 1) {
+  for (;;) {
     TSequence& Into = Innermost();
     if (Into.NeedsOperand()) {
       if (CharAt(FParser.FPoint) == u'(') { // the text ends with a NUL
