@@ -34,6 +34,10 @@ public:
   bool Next(TCsvRecord& Record);
   /// The next record only when it has been read from the source already: never waits.
   bool NextBuffered(TCsvRecord& Record);
+  /// Records that have been read from the source already and hold no quote, one behind the other with their
+  /// line ends, at most MaxSize bytes: whoever takes them apart may be another thread. Empty when the next one
+  /// holds a quote, is larger or has not arrived.
+  std::string_view NextPlainRecords(std::size_t MaxSize);
   /// Line that reading has reached.
   std::uint64_t Line() const noexcept { return FLine; }
   /// The source started with a UTF-8 mark, which is in no record. Known after the first record.
@@ -48,6 +52,7 @@ private:
   std::size_t FindRecordEnd();
   bool ScanQuoted(std::string_view Bytes);
   void Take(std::size_t Size, std::size_t LineEndSize, TCsvRecord& Record);
+  void Advance(std::size_t Size, std::uint64_t Lines) noexcept;
 
   TByteSource& FSource;
   std::size_t FMaxRecord;

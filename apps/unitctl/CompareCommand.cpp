@@ -47,9 +47,11 @@ public:
     for (std::size_t I = 0; I < FFields.Count(); ++I)
       if (IsShown(I)) Cells.emplace_back(FFields[I]);
     TRowProblem Problem;
+    std::u16string Display;
     for (std::size_t I = 0; I < FConverters.size(); ++I) {
       TManager::SetCurConfig(static_cast<int>(I));
-      if (!FConverters[I].Convert(FFields, Cells.emplace_back(), Problem)) Report(Row.Line, Problem);
+      if (!FConverters[I].Convert(FFields, Display, Problem)) Report(Row.Line, Problem);
+      Cells.push_back(ToUtf8(Display));
     }
     FTable.Add(Cells);
     FRows.push_back(std::move(Cells));
@@ -109,13 +111,11 @@ void Compare(TContext& Context, TCompareOptions& Options) {
   TScheduleReader Reader(*Input, Source, Options.Schedule);
   TComparison Comparison(Context, Reader, Options.Schedule, Source);
   TRowBatch Batch;
-  while (Reader.ReadBatch(Batch)) {
-    std::string_view Rest = Batch.Bytes;
-    for (const TRowBatch::TRow& Row : Batch.Rows) {
-      Comparison.Add(Row, Rest.substr(0, Row.Size));
-      Rest.remove_prefix(Row.Size);
-    }
-  }
+  while (Reader.ReadBatch(Batch))
+    Batch.ForEach([&Comparison](const TRowBatch::TRow& Row, std::string_view Raw) {
+      Comparison.Add(Row, Raw);
+      return true;
+    });
   Context.Print(Options.Json ? Comparison.Json(Reader) : Comparison.Text());
 }
 

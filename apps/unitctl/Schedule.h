@@ -9,6 +9,7 @@
 #include "apps/unitctl/Command.h"
 #include "apps/unitctl/FormatOptions.h"
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -44,21 +45,46 @@ struct TRowProblem {
 };
 
 /// Rows as they stand in the file, in its order.
-struct TRowBatch {
+class TRowBatch {
+public:
   struct TRow {
-    std::size_t Size = 0; // bytes without line end; the rows stand one behind the other in Bytes
     std::uint64_t Line = 0;
-    std::uint64_t LastLine = 0;
+    std::uint64_t LastLine = 0; // that reading had reached behind it
     bool OpenQuote = false;
   };
-  std::string Bytes;
-  std::vector<TRow> Rows;
 
-  void Clear() {
-    Bytes.clear();
-    Rows.clear();
-  }
+  void Clear() noexcept;
+  std::size_t Size() const noexcept { return FBytes.size(); }
+  void Add(const TRow& Row, std::string_view Raw);
+  /// Rows without a quote, one behind the other with their line ends.
+  void AddPlain(std::uint64_t Line, std::string_view Rows);
+  /// Calls Use(Row, Raw) for each row, until it answers false. Raw is without line end.
+  template <class TUse> void ForEach(TUse Use) const;
+
+private:
+  struct TPiece {
+    std::size_t Size = 0;
+    TRow Row;
+    bool IsPlain = false; // several rows
+  };
+  std::string FBytes;
+  std::vector<TPiece> FPieces;
 };
+
+template <class TUse> void TRowBatch::ForEach(TUse Use) const {
+  std::string_view Rest = FBytes;
+  for (const TPiece& Piece : FPieces) {
+    std::string_view Text = Rest.substr(0, Piece.Size);
+    Rest.remove_prefix(Piece.Size);
+    if (!Piece.IsPlain && !Use(Piece.Row, Text)) return;
+    for (TRow Row = Piece.Row; Piece.IsPlain && !Text.empty(); ++Row.Line) {
+      const std::size_t Size = Text.find('\n');
+      const bool CarriageReturn = Size > 0 && Text[Size - 1] == '\r';
+      if (!Use(Row, Text.substr(0, Size - (CarriageReturn ? 1 : 0)))) return;
+      Text.remove_prefix(Size + 1);
+    }
+  }
+}
 
 struct TBatchResult {
   std::string Csv;
@@ -92,6 +118,7 @@ private:
   void FindColumns(const TScheduleOptions& Options);
   std::size_t FindColumn(const std::string& Name) const;
   void Append(TRowBatch& Batch, const TCsvRecord& Record) const;
+  bool AppendBuffered(TRowBatch& Batch);
 
   std::string FSourceName;
   TCsvReader FReader;
@@ -109,9 +136,14 @@ public:
 
   /// Display becomes the text. False and a problem without its line when the row is bad; Display is empty
   /// then.
-  bool Convert(const TCsvFields& Fields, std::string& Display, TRowProblem& Problem);
+  bool Convert(const TCsvFields& Fields, std::u16string& Display, TRowProblem& Problem);
 
 private:
+  struct TKnownCell {
+    std::string Text;
+    int Code = 0;
+  };
+  bool FindRecentMeasure(std::string_view Cell, int& Code, TRowProblem& Problem);
   bool FindMeasure(std::string_view Cell, int& Code, TRowProblem& Problem);
   bool ReadValue(std::string_view Cell, double& Value, TRowProblem& Problem);
 
@@ -120,7 +152,7 @@ private:
   std::string FValueColumn;
   int FMeasure = 0;                               // of all rows, when there is no column
   std::map<std::string, int, std::less<>> FCodes; // cells of the measure column that were found
-  std::u16string FNumber;
+  std::array<TKnownCell, 16> FRecent;             // of them, by a few of their bytes
 };
 
 /// Converts batches to output bytes.
@@ -132,16 +164,17 @@ public:
   void Convert(const TRowBatch& Batch, TBatchResult& Result);
 
 private:
+  bool AppendPlainRow(std::string_view Raw, std::string& Out) const;
   void AppendRow(std::string_view Raw, bool AsItStands, std::string& Out) const;
   bool ConvertRow(const TRowBatch::TRow& Row, std::string_view Raw, TBatchResult& Result);
-  bool CheckShape(const TRowBatch::TRow& Row, bool WellFormed);
+  void TellShape(const TRowBatch::TRow& Row, bool WellFormed);
 
   TRowConverter FConverter;
   std::size_t FCount;
   bool FStrict;
   std::string FLineEnd;
   TCsvFields FFields;
-  std::string FDisplay;
+  std::u16string FDisplay;
   TRowProblem FProblem;
 };
 

@@ -46,6 +46,26 @@ void CheckRecord(const app::TCsvRecord& Record, const slow::TRecord& Wanted, std
     RequireSame("a field", File, std::string(Fields[I]), Wanted.Fields[I]);
 }
 
+/// Records without a quote that come in one piece.
+/// return      how many there were
+std::size_t CheckPlainRecords(app::TCsvReader& Reader, const std::vector<slow::TRecord>& Wanted,
+                              std::size_t First, std::string_view File) {
+  std::size_t Count = First;
+  std::uint64_t Line = Reader.Line();
+  std::string_view Rest = Reader.NextPlainRecords(64);
+  for (; !Rest.empty(); ++Line) {
+    const std::size_t LineFeed = Rest.find('\n');
+    Require(LineFeed != std::string_view::npos && Count < Wanted.size(), "whole records", File);
+    const std::size_t Size = LineFeed - (LineFeed > 0 && Rest[LineFeed - 1] == '\r');
+    const std::string_view Raw = Rest.substr(0, Size), LineEnd = Rest.substr(Size, LineFeed + 1 - Size);
+    CheckRecord({Raw, LineEnd, Line, false}, Wanted[Count++], File);
+    Rest.remove_prefix(LineFeed + 1);
+  }
+  RequireSame("the line behind them", File, static_cast<std::int64_t>(Reader.Line()),
+              static_cast<std::int64_t>(Line));
+  return Count - First;
+}
+
 /// return      how many records were read before one was refused for its size
 std::size_t CheckRead(std::string_view File, std::size_t Piece, std::size_t LargestRecord, bool AskBuffered) {
   const std::vector<slow::TRecord> Wanted = slow::ReadCsv(File);
@@ -57,6 +77,7 @@ std::size_t CheckRead(std::string_view File, std::size_t Piece, std::size_t Larg
     while ((AskBuffered && Reader.NextBuffered(Record)) || Reader.Next(Record)) {
       Require(Count < Wanted.size(), "too many records", File);
       CheckRecord(Record, Wanted[Count++], File);
+      if (AskBuffered) Count += CheckPlainRecords(Reader, Wanted, Count, File);
     }
   } catch (const EConvertError&) {
     Require(Count < Wanted.size(), "too many records", File);

@@ -53,6 +53,34 @@ TReadResult ReadAll(const std::string& Text, std::size_t Piece) {
   return Result;
 }
 
+/// The same, and records without quotes taken in one piece of at most Most bytes where they are there.
+TReadResult ReadPlain(const std::string& Text, std::size_t Piece, std::size_t Most) {
+  TPieces Source(Text, Piece);
+  TCsvReader Reader(Source);
+  TCsvRecord Record;
+  TCsvFields Fields;
+  TReadResult Result;
+  const auto Add = [&](std::string_view Raw, std::uint64_t Line) {
+    Fields.Split(Raw);
+    Result.Rows.emplace_back(Fields.All().begin(), Fields.All().end());
+    Result.Lines.push_back(Line);
+  };
+  while (Reader.Next(Record)) {
+    Add(Record.Raw, Record.Line);
+    std::uint64_t Line = Reader.Line();
+    std::string_view Plain = Reader.NextPlainRecords(Most);
+    EXPECT_LE(Plain.size(), Most);
+    for (; !Plain.empty(); ++Line) {
+      const std::size_t Size = Plain.find('\n');
+      EXPECT_NE(Size, std::string_view::npos) << "whole records";
+      Add(Plain.substr(0, Size - (Size > 0 && Plain[Size - 1] == '\r')), Line);
+      Plain.remove_prefix(Size + 1);
+    }
+    EXPECT_EQ(Reader.Line(), Line);
+  }
+  return Result;
+}
+
 struct TReadRow {
   const char* Name;
   std::string Text;
@@ -68,6 +96,15 @@ TEST_P(CsvRead, GivesTheFieldsWhateverThePiecesItArrivesIn) {
     EXPECT_EQ(Result.Rows, GetParam().Expected) << "pieces of " << Piece;
     EXPECT_EQ(Result.Lines, GetParam().Lines) << "pieces of " << Piece;
   }
+}
+
+TEST_P(CsvRead, GivesTheSameInPlainRecords) {
+  for (const std::size_t Piece : {1, 3, 7, 1000})
+    for (const std::size_t Most : {1, 2, 5, 1000}) {
+      const TReadResult Result = ReadPlain(GetParam().Text, Piece, Most);
+      EXPECT_EQ(Result.Rows, GetParam().Expected) << "pieces of " << Piece << ", at most " << Most;
+      EXPECT_EQ(Result.Lines, GetParam().Lines) << "pieces of " << Piece << ", at most " << Most;
+    }
 }
 
 const TReadRow ReadRows[] = {
@@ -144,6 +181,41 @@ TEST(CsvReader, BufferedRowsNeedNoReading) {
   ASSERT_TRUE(Reader.NextBuffered(Record));
   EXPECT_EQ(Record.Raw, "b");
   EXPECT_FALSE(Reader.NextBuffered(Record));
+}
+
+TEST(CsvReader, PlainRecordsEndBeforeAQuoteAndAtALineFeed) {
+  TPieces Source("head\na\r\n\nbb\nc,5'6\"\nd\ne", 1000);
+  TCsvReader Reader(Source);
+  TCsvRecord Record;
+  EXPECT_EQ(Reader.NextPlainRecords(100), "") << "nothing has been read";
+  ASSERT_TRUE(Reader.Next(Record));
+  EXPECT_EQ(Reader.NextPlainRecords(2), "") << "the next one is larger";
+  EXPECT_EQ(Reader.NextPlainRecords(5), "a\r\n\n");
+  EXPECT_EQ(Reader.Line(), 4U);
+  EXPECT_EQ(Reader.NextPlainRecords(100), "bb\n");
+  EXPECT_EQ(Reader.NextPlainRecords(100), "") << "the next one holds a quote";
+  ASSERT_TRUE(Reader.NextBuffered(Record));
+  EXPECT_EQ(Record.Raw, "c,5'6\"");
+  EXPECT_EQ(Record.Line, 5U);
+  EXPECT_EQ(Reader.NextPlainRecords(100), "d\n") << "nobody knows whether the last one is whole";
+  ASSERT_TRUE(Reader.Next(Record));
+  EXPECT_EQ(Record.Raw, "e");
+  EXPECT_EQ(Record.Line, 7U);
+}
+
+TEST(CsvReader, CountsTheLinesOfPlainRecords) {
+  std::mt19937 Random(20260101);
+  for (int Round = 0; Round < 200; ++Round) {
+    std::string Text = "head\n";
+    for (auto I = Random() % 300; I > 0; --I) Text += "\n\n\x0B\x09\x8A\xFF\x00 a\r"[Random() % 11];
+    Text += '\n';
+    TPieces Source(Text, Text.size());
+    TCsvReader Reader(Source);
+    TCsvRecord Record;
+    ASSERT_TRUE(Reader.Next(Record));
+    EXPECT_EQ(Reader.NextPlainRecords(Text.size()), Text.substr(5));
+    EXPECT_EQ(Reader.Line(), 1 + static_cast<std::uint64_t>(std::count(Text.begin(), Text.end(), '\n')));
+  }
 }
 
 TEST(CsvWriter, QuotesWhereNeeded) {

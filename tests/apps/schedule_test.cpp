@@ -297,6 +297,36 @@ TEST_F(Schedule, ManyRowsOverManyBatches) {
   EXPECT_EQ(OutputOf({"schedule"}, In), Expected);
 }
 
+/// Long enough for several threads; most rows without quotes, some with them, with a line break or bad.
+TEST_F(Schedule, ManyRowsOfEveryKindOnAllProcessors) {
+  std::string In = "item,measure,value\n", Expected = "item,measure,value,display\n", Errors;
+  int Line = 2;
+  for (int I = 0; I < 200'000; ++I, ++Line) {
+    const std::string Name = std::to_string(I) + ", a long name to fill the file";
+    if (I % 1009 == 1008) {
+      const std::string Row = "\"" + Name + "\n5'\",Area,92903.04";
+      In += Row + "\r\n";
+      Expected += Row + ",1.000\n";
+      ++Line;
+    } else if (I % 30'011 == 5) {
+      In += std::to_string(I) + ",Area,12x\n";
+      Expected += std::to_string(I) + ",Area,12x,\n";
+      Errors += Path("in.csv") + ":" + std::to_string(Line) +
+                ": column \"value\": \"12x\" is not a number\n  12x\n    ^\n";
+    } else {
+      const std::string Row = std::to_string(I) + " a name to fill the file,Area,185806.08";
+      In += Row + (I % 7 == 0 ? "\r\n" : "\n");
+      Expected += Row + ",2.000\n";
+    }
+  }
+  const std::string File = WriteFile("in.csv", In);
+  ASSERT_GT(In.size(), std::size_t{4} << 20);
+  const TRunResult Result = RunCommand({"schedule", File});
+  EXPECT_EQ(Result.Status, 2);
+  EXPECT_TRUE(Result.Out == Expected);
+  EXPECT_EQ(Result.Err, Errors + "unitctl: 7 of 200000 rows bad\n");
+}
+
 TEST_F(Schedule, CompareShowsAllSystems) {
   EXPECT_EQ(OutputOf({"compare"}, "item,measure,value\nslab,1,92903040\nwall,0,1676.4\n"),
             "item  US Imperial System  UK Imperial System  Standard Metric System  Taiwan Metric System\n"

@@ -9,6 +9,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <type_traits>
 
 namespace unitlib {
 namespace {
@@ -86,7 +87,8 @@ TNumberText Convert(const TShape& Shape, const char* Begin, const char* End) {
 /// The usual number text: at most 15 digits, no exponent, plain blanks and, where they count as nothing,
 /// commas. Digits and a power of ten are exact doubles, so their quotient is the nearest one. False for every
 /// other text, which may be a number all the same. 40 ns less than checking the shape and std::from_chars.
-bool ReadUsual(std::u16string_view Text, bool SkipCommas, TNumberText& Number) noexcept {
+template <class TChar>
+bool ReadUsual(std::basic_string_view<TChar> Text, bool SkipCommas, TNumberText& Number) noexcept {
   while (!Text.empty() && Text.back() == u' ') Text.remove_suffix(1);
   while (!Text.empty() && Text.front() == u' ') Text.remove_prefix(1);
   if (Text.empty()) return false;
@@ -95,7 +97,8 @@ bool ReadUsual(std::u16string_view Text, bool SkipCommas, TNumberText& Number) n
   std::uint64_t Mantissa = 0;
   int Digits = 0, Scale = 0;
   bool BehindPoint = false;
-  for (const char16_t C : Text) {
+  for (const TChar Each : Text) {
+    const char16_t C = static_cast<std::make_unsigned_t<TChar>>(Each);
     if (IsDigit(C)) {
       Mantissa = Mantissa * 10 + static_cast<unsigned>(C - u'0');
       ++Digits;
@@ -170,6 +173,11 @@ TNumberText ReadNumber(std::u16string_view Text) {
   }
   const std::string Narrow = ToUtf8(Shape.Unsigned);
   return Convert(Shape, Narrow.data(), Narrow.data() + Narrow.size());
+}
+
+TNumberText ReadUtf8Number(std::string_view Text) {
+  TNumberText Usual;
+  return ReadUsual(Text, false, Usual) ? Usual : ReadNumber(FromUtf8(Text));
 }
 
 TNumberText ReadNumberWithCommas(std::u16string_view Text) {

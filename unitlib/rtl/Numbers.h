@@ -20,6 +20,8 @@ struct TNumberText {
 /// "." (digits needed on one side at least), an optional exponent with digits. Nothing else is a number: no
 /// "inf", "nan", hexadecimal, commas or tabs; text beyond the range of a double ("1e400") is none either.
 TNumberText ReadNumber(std::u16string_view Text);
+/// The same for a text in UTF-8.
+TNumberText ReadUtf8Number(std::string_view Text);
 
 /// The same after every "," has been taken out of the text.
 TNumberText ReadNumberWithCommas(std::u16string_view Text);
