@@ -96,6 +96,7 @@ void TProject::Delete(std::vector<std::size_t> Rows) {
   std::sort(Rows.begin(), Rows.end());
   Rows.erase(std::unique(Rows.begin(), Rows.end()), Rows.end());
   std::vector<std::int64_t> Ids;
+  Ids.reserve(Rows.size());
   for (const std::size_t Row : Rows) Ids.push_back(FItems.at(Row).Id);
   FStore.Delete(Ids);
   std::size_t Kept = 0;
