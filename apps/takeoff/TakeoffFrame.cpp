@@ -47,7 +47,7 @@ template <class TBody> void Guard(wxWindow* Window, TBody Body) {
 class TProgressWindow {
 public:
   TProgressWindow(wxWindow* Parent, const wxString& Title, std::uint64_t Total) : FTotal(Total) {
-    constexpr std::uint64_t Long = 256 * 1024; // bytes that take noticeable time
+    constexpr std::uint64_t Long = std::uint64_t{256} * 1024; // bytes that take noticeable time
     constexpr int Style = wxPD_APP_MODAL | wxPD_AUTO_HIDE | wxPD_CAN_ABORT | wxPD_ELAPSED_TIME;
     if (Total >= Long) FDialog.emplace(Title, "Reading...", Steps, Parent, Style);
   }

@@ -28,8 +28,9 @@ class TTakeoffApp final : public wxApp {
 public:
   bool OnInit() override {
     SetAppName("takeoff");
-    wxMessageOutput::Set(new wxMessageOutputStderr); // usage and mistakes in the options
-    if (!wxApp::OnInit()) return false;
+    delete wxMessageOutput::Set(new wxMessageOutputStderr); // usage and mistakes in the options
+    // The toolkit owns and frees what it was given.
+    if (!wxApp::OnInit()) return false; // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
     try {
       return Start();
     } catch (const EUnitError& Error) {
@@ -50,7 +51,7 @@ public:
     if (Parser.Found("version")) {
       std::puts("takeoff " UNITLIB_VERSION);
       std::fflush(stdout);
-      std::exit(0);
+      std::exit(0); // NOLINT(concurrency-mt-unsafe): there is one thread yet
     }
     wxString Settings;
     if (Parser.Found("settings", &Settings)) FSettings = FromWx(Settings);
