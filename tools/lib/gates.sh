@@ -72,6 +72,9 @@ int Beyond() { int Two[2] = {0, 0}; return Two[2]; }"' 'tools/lint --cppcheck' '
   $gate second-implementation "an inch of 25.6 mm" wrong_inch 'ci_test "^differential_test$" differential_test' 'differ|FAILED'
   $gate wrong-expression "an inch of 25.6 mm inside arithmetic" \
     'edit unitlib/convert/ReplaceImperialNumbers.cpp "s/= 127 \* /= 128 * /"' \
+    'ci_test "^unitlib_tests$" unitlib_tests' 'FAILED.*Imperial'
+  $gate wrong-arithmetic "a difference that is a sum" \
+    'edit unitlib/expr/NumberFolding.cpp "s/return Left - Right;/return Left + Right;/"' \
     'ci_test "^unitlib_expr_tests$" unitlib_expr_tests' 'FAILED'
   $gate factory-settings "an increment of 0.002" \
     'edit unitlib/model/DefaultConfigTables.cpp "s/0\.001/0.002/"' 'ci_test "^unitlib_tests$" unitlib_tests' 'FAILED.*FactoryDefaults'
@@ -83,8 +86,8 @@ int Beyond() { int Two[2] = {0, 0}; return Two[2]; }"' 'tools/lint --cppcheck' '
     'ci_test "^unitlib_compat_tests$" unitlib_compat_tests' 'FAILED.*AreWrittenAgainAsTheyWere'
   $gate given-names "a given name in its right spelling" \
     other_name 'ci_build unitlib_tests' 'given_names_test\.cpp:.*UpdateDispalyValue'
-  $gate typing-corpus "a foot mark that is not seen" \
-    'edit unitlib/typing/Tokens.cpp "s/!IsInch && IsFootMark\(Raw\(1\)\)/!IsInch/"' \
+  $gate typing-corpus "foot marks are not seen" \
+    'edit unitlib/typing/Tokens.cpp "s/if \(IsFootMark\(Raw\(\)\) \|\| /if (/"' \
     'ci_test "^unitlib_typing_tests$" unitlib_typing_tests' 'FAILED'
   $gate allocations "a block taken and given back in CheckDisplay" \
     'in_check "auto* volatile Copy = new std::u16string(AText); delete Copy;"' \

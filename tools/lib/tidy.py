@@ -43,7 +43,8 @@ class Hashes:
 def key_of(entry, files, hashes, fixed: bytes, root: str) -> str:
     key = hashlib.sha256(fixed)
     key.update(entry["command"].replace(root, "").encode())
-    for name in sorted(set(files) | {entry["file"]}):
+    # What is included is named from the build folder, so that the order is the same wherever the project lies.
+    for name in sorted(files) + [entry["file"]]:
         key.update(name.replace(root, "").encode() + hashes.of(name))
     return key.hexdigest()
 
