@@ -11,7 +11,8 @@ class TListeners : public TCapi {
 protected:
   ~TListeners() override {
     for (void* Context : {static_cast<void*>(&Log), static_cast<void*>(nullptr)})
-      for (const ul_callback Listener : {&WriteA, &WriteB, &Throw, &Redraw, &Leave, &TryDialog}) {
+      for (const ul_callback Listener :
+           {&WriteA, &WriteB, &Throw, &ThrowNumber, &Redraw, &Leave, &TryDialog}) {
         ul_detach_refresh_unit(Listener, Context);
         ul_detach_before_unit_change(Listener, Context);
       }
@@ -20,6 +21,7 @@ protected:
   static void UL_CALL WriteA(void* Context) { *static_cast<std::string*>(Context) += "a"; }
   static void UL_CALL WriteB(void* Context) { *static_cast<std::string*>(Context) += "b"; }
   static void UL_CALL Throw(void*) { throw std::runtime_error("listener failed"); }
+  static void UL_CALL ThrowNumber(void*) { throw 5; }
   static void UL_CALL Redraw(void* Context) {
     int32_t Running = 0;
     EXPECT_EQ(UL_OK, ul_is_on_refresh_unit(&Running));
@@ -117,6 +119,13 @@ TEST_F(TListeners, MustNotBeNull) {
 
 // On Windows an exception of the host's runtime is not one of the library's: a C++ host there must not throw.
 #ifndef _WIN32
+TEST_F(TListeners, ThatThrowWhatIsNoExceptionEndTheRunToo) {
+  EXPECT_EQ(UL_OK, ul_attach_refresh_unit(&ThrowNumber, &Log));
+  EXPECT_EQ(UL_ERROR_UNEXPECTED, ul_refresh_unit());
+  EXPECT_EQ("A listener or callback has raised an exception", LastText());
+  EXPECT_EQ(0, Running());
+}
+
 TEST_F(TListeners, ThatThrowEndTheRunWithAStatus) {
   EXPECT_EQ(UL_OK, ul_attach_refresh_unit(&Throw, &Log));
   EXPECT_EQ(UL_OK, ul_attach_refresh_unit(&WriteA, &Log));

@@ -1,6 +1,7 @@
 /// The base parser, the registry and the scales of every class.
 #include "tests/support/OneUnit.h"
 #include "tests/support/Settings.h"
+#include "unitlib/convert/ZELUnitLengthConvertor.h"
 #include "unitlib/rtl/Errors.h"
 #include "unitlib/rtl/Numbers.h"
 
@@ -41,6 +42,29 @@ TEST(ParserRegistry, KeepsTheFirstOfTwo) {
   const auto Parser = GetUnitParser(u"TTestParserOfMine", &Unit);
   ASSERT_NE(Parser, nullptr);
   EXPECT_EQ(typeid(*Parser), typeid(TMine));
+}
+
+// What a class of the host inherits where it says nothing of its own.
+TEST(HostClasses, CountInBaseUnitsUnlessTheySayOtherwise) {
+  struct TPlain : TCommonUnitParser {
+    using TCommonUnitParser::TCommonUnitParser;
+  };
+  TUnit Unit;
+  const auto Parser = CreateUnitParser<TPlain>(&Unit);
+  EXPECT_EQ(Parser->GetScale(-1), 1);
+  EXPECT_EQ(Parser->GetScale(3), 1000);
+  EXPECT_EQ(Parser->AsDouble(u"1,234.5", -1), 1234.5);
+  EXPECT_EQ(Parser->AsDouble(u"2", 3), 2000);
+}
+
+TEST(HostClasses, ReadFractionsOfAnInch) {
+  struct TInches : TFractionalLengthParser {
+    using TFractionalLengthParser::TFractionalLengthParser;
+  };
+  TUnit Unit;
+  const auto Parser = CreateUnitParser<TInches>(&Unit);
+  EXPECT_EQ(Parser->AsDouble(u"5'6 1/2\"", -1), 1689.1); // 66.5 * 25.4
+  EXPECT_EQ(Parser->AsDouble(u"3\"", 3), 0.0762);        // in metres
 }
 
 // ---------------------------------------------------------------- scales

@@ -211,6 +211,8 @@ INSTANTIATE_TEST_SUITE_P(
                     TTextRow{"BracketInANameInside", Meters, u"5-(A-3)-B)", "! missing ( error!"},
                     TTextRow{"BarBeforeAName", FeetAndInches, u"5* /2\"x", "! missing operator!"},
                     TTextRow{"NameThatLooksLikeInches", FeetAndInches, u"3\t/16\"x", "3/(16\"x)"},
+                    TTextRow{"NameThatLooksLikeInchesInASum", FeetAndInches, u"A+3\t/16\"x", "A+3/(16\"x)"},
+                    TTextRow{"NameThatLooksLikeInchesLess", FeetAndInches, u"A-3\t/16\"x", "A-3/(16\"x)"},
                     TTextRow{"SameNameInMetres", Meters, u"3/16\"x", "3/16\"x"}),
     [](const auto& Info) { return Info.param.Name; });
 

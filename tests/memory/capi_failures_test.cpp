@@ -6,6 +6,7 @@
 #include "unitlib/capi/unitlib.h"
 
 #include <array>
+#include <pthread.h>
 #include <set>
 
 namespace unitlib::test {
@@ -25,6 +26,20 @@ double Value;
 int32_t Answer;
 
 void UL_CALL Listen(void*) {}
+
+/// A thread that fails has an error record of its own to make. pthread_create, unlike std::thread, takes nothing
+/// from operator new.
+ul_status ErrorOfAThread() {
+  ul_status Status = UL_OK;
+  pthread_t Thread;
+  const auto Fail = [](void* Result) -> void* {
+    *static_cast<ul_status*>(Result) = ul_set_cur_config_index(99999);
+    return nullptr;
+  };
+  if (pthread_create(&Thread, nullptr, Fail, &Status) != 0) return UL_ERROR_UNEXPECTED;
+  pthread_join(Thread, nullptr);
+  return Status;
+}
 
 struct TRow {
   const char* Name;
@@ -78,6 +93,8 @@ const TRow Rows[] = {
     {"set_increment", [] { return ul_set_increment_u8(0, 0, 0, 0, "1000", UL_TO_NUL); }},
     {"set_cur_unit", [] { return ul_set_cur_unit_u8(0, 0, "no such unit", UL_TO_NUL); }, {UL_NOT_FOUND}},
     {"update_display_values", [] { return ul_update_display_values(); }},
+    {"last_error_text", [] { return ul_last_error_text_u8(UL_LAST_MESSAGE, Out.data(), Size, nullptr); }},
+    {"first error of a thread", ErrorOfAThread, {UL_ERROR_INDEX}},
     {"not UTF-8", [] { return ul_check_display_u8(0, "\xFF", UL_TO_NUL, &Answer); }, {UL_ERROR_ENCODING}},
     {"listeners",
      [] {

@@ -14,6 +14,11 @@
 #include <filesystem>
 #include <thread>
 
+#ifndef _WIN32
+#include <pwd.h>
+#include <unistd.h>
+#endif
+
 namespace unitlib {
 namespace {
 namespace fs = std::filesystem;
@@ -52,6 +57,18 @@ TEST(ClassRegistry, FindsWithoutLetterCaseAndKeepsTheFirst) {
   EXPECT_EQ(Registry.Find(u"talpha")(), 2);
   EXPECT_EQ(Registry.Find(u"TBet"), nullptr);
   EXPECT_EQ(Registry.Find(u""), nullptr);
+}
+
+// ---------------------------------------------------------------- texts
+
+TEST(Texts, AreOrderedWithTheLettersFolded) {
+  EXPECT_EQ(CompareText(u"Area", u"aREA"), 0);
+  EXPECT_LT(CompareText(u"area", u"Areas"), 0);
+  EXPECT_GT(CompareText(u"Areas", u"area"), 0);
+  EXPECT_LT(CompareText(u"a", u"B"), 0);
+  EXPECT_GT(CompareText(u"b", u"A"), 0);
+  EXPECT_LT(CompareText(u"", u"a"), 0);
+  EXPECT_NE(CompareText(u"\u00E4", u"\u00C4"), 0) << "A to Z only";
 }
 
 // ---------------------------------------------------------------- regular expressions
@@ -131,6 +148,28 @@ TEST(WholeFiles, RefuseWithThePath) {
   EXPECT_EQ(Message([&] { WriteWholeFile(Deep, "x"); }), Deep);
 }
 
+#ifndef _WIN32
+TEST(Folders, DocumentsLieInTheHomeFolderOfTheUser) {
+  TPrivateFolders Folders;
+  SetCommonDocumentsPath(u"");
+  const passwd* const User = getpwuid(getuid());
+  ASSERT_NE(User, nullptr);
+  EXPECT_EQ(ToUtf8(GetCommonDocumentsPath()), (fs::path(User->pw_dir) / "Documents").string());
+}
+#endif
+
+#ifdef __linux__ // a regular file that can be opened, but not read: there is nothing at address 0
+TEST(WholeFiles, RefuseWhatCannotBeReadToItsEnd) {
+  try {
+    ReadWholeFile(u"/proc/self/mem");
+    FAIL() << "was read";
+  } catch (const EFileError& Error) {
+    EXPECT_EQ(Error.Path(), u"/proc/self/mem");
+    EXPECT_STREQ(Error.what(), "/proc/self/mem: Cannot be read: Input/output error");
+  }
+}
+#endif
+
 #ifndef _WIN32 // links and permission bits are the POSIX ones
 TEST(WholeFiles, FollowLinksAndKeepPermissions) {
   TPrivateFolders Folders;
@@ -173,6 +212,24 @@ TEST(Xml, WritesDeclarationIndentAndCharacterReferences) {
   EXPECT_EQ(Read.AttributeText(u"Empty"), u"");
   EXPECT_EQ(Read.AttributeInteger(u"Number"), -5);
   EXPECT_TRUE(Read.AttributeBoolean(u"Yes"));
+}
+
+TEST(Xml, IsOneLineWithoutDeclarationAndIndent) {
+  const auto Document = CreateXMLDocument(false, false);
+  Document->AddDocumentElement(u"r").AddChild(u"c").AddText(u"a", u"1");
+  EXPECT_EQ(Document->SaveToMemory(), "<r><c a=\"1\"/></r>");
+}
+
+TEST(Xml, TakesNamesOfAnyLengthAndScript) {
+  const std::u16string Long(300, u'n'), Umlaut = u"L\u00E4nge";
+  const auto Document = CreateXMLDocument(false, false);
+  TXMLNode Root = Document->AddDocumentElement(Umlaut);
+  Root.AddText(Long, u"1");
+  Root.AddText(Umlaut, u"2");
+  EXPECT_EQ(Document->SaveToMemory(),
+            "<L\xC3\xA4nge " + std::string(300, 'n') + "=\"1\" L\xC3\xA4nge=\"2\"/>");
+  EXPECT_EQ(Root.AttributeText(Long), u"1");
+  EXPECT_EQ(Root.AttributeText(Umlaut), u"2");
 }
 
 TEST(Xml, RefusesCharactersItCannotCarry) {
@@ -235,6 +292,18 @@ TEST(Xml, TellsThePlaceOfAnError) {
     EXPECT_STREQ(Error.what(), "test.xml:3: \"z\" is not a 32-bit integer, attribute \"b\" of element \"y\"");
   }
   EXPECT_THROW(Y.AttributeText(u"none"), EXmlError);
+}
+
+TEST(Xml, CutsALongTextInAnErrorBetweenCharacters) {
+  const std::string Shown(199, 'a'); // of at most 200 bytes; the character of two bytes does not fit any more
+  const auto Document = Parse("<r a='" + Shown + "\xC3\xA9" + std::string(1000, 'b') + "'/>");
+  try {
+    Document->DocumentElement().AttributeInteger(u"a");
+    FAIL() << "no error";
+  } catch (const EXmlError& Error) {
+    EXPECT_NE(std::string(Error.what()).find("\"" + Shown + "...\" is not"), std::string::npos)
+        << Error.what();
+  }
 }
 
 TEST(Xml, ReadsTheUsualEncodings) {

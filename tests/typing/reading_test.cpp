@@ -1,6 +1,7 @@
 /// What a reading tells beside its value: words, steps, places, suggestions, scale.
 #include "tests/typing/TypedFields.h"
 #include "unitlib/convert/ZELUnitConvertor.h"
+#include "unitlib/convert/ZELUnitParseRegister.h"
 #include "unitlib/expr/ZELUnitArthProcessor.h"
 #include "unitlib/model/ZELUnitMgr.h"
 #include "unitlib/rtl/Errors.h"
@@ -135,6 +136,43 @@ TEST_F(TypedReadingTest, RefusesLongTextsAtOnce) {
   EXPECT_EQ(Read(std::u16string(1001, u'1')).Problem, TTypedProblem::TooLong);
   EXPECT_EQ(Read(std::u16string(500, u'(') + u"1" + std::u16string(499, u')'), Sum).Problem,
             TTypedProblem::Arithmetic);
+}
+
+TEST_F(TypedReadingTest, SaysWhyAValueIsOutOfRange) {
+  struct TRow {
+    int Measure;
+    std::u16string_view Text;
+    TTypedProblem Problem;
+    std::u16string_view Reason;
+  };
+  const TRow Rows[] = {
+      {1, u"0.000000000000001", TTypedProblem::Range, u"0.000000000000001 is outside the range of values"},
+      {1, u"0.000000000000001 sq ft", TTypedProblem::Range,
+       u"this value cannot be written in the unit of the field"},
+      {1, u"1000000*1000000000", TTypedProblem::Range, u"1E15 is outside the range of values"},
+      {1, u"1000000000000000", TTypedProblem::Range, u"more than 15 digits"},
+      {0, u"400000000000000 m", TTypedProblem::Range, u"more digits than an imperial length holds"},
+      {0, u"(5+6) ft", TTypedProblem::UnknownUnit, u"a unit without a number before it"},
+  };
+  for (const TRow& Row : Rows) {
+    const TTypedReading Reading = ReadTyped(Row.Measure, Row.Text, Sum);
+    EXPECT_FALSE(Reading.Accepted) << ToUtf8(Row.Text);
+    EXPECT_EQ(Reading.Problem, Row.Problem) << ToUtf8(Row.Text);
+    EXPECT_EQ(ToUtf8(Reading.Reason), ToUtf8(Row.Reason));
+  }
+}
+
+TEST_F(TypedReadingTest, AUnitOfTheHostIsNotReadInWords) {
+  struct TBushel : TCommonUnitParser {
+    using TCommonUnitParser::TCommonUnitParser;
+    double GetScale(int ScaleIndex) const override { return 35.2e6 / GetMScale(ScaleIndex); }
+  };
+  RegisterUnitParser(u"TTestBushelParser", CreateUnitParser<TBushel>);
+  UseUnit(2, 0).UnitParserClassName = u"TTestBushelParser";
+  EXPECT_EQ(ReadTyped(2, u"2").StoreValue, 70.4e6);
+  const TTypedReading Reading = ReadTyped(2, u"2 cu ft");
+  EXPECT_EQ(Reading.Problem, TTypedProblem::Field);
+  EXPECT_EQ(Reading.Reason, u"the unit of this field reads its own texts only");
 }
 
 TEST_F(TypedReadingTest, AnUnknownMeasureIsNoField) {

@@ -203,8 +203,6 @@ private:
   }
 
   [[noreturn]] void RefuseMissingOperator() const {
-    if (Token().Kind == Unit)
-      Refuse(TTypedProblem::Order, Token().Begin, u"a unit stands behind a number, not behind a bracket");
     const std::size_t Place = Token().Begin;
     if (Token().Kind != Open) Refuse(TTypedProblem::Arithmetic, Place, u"an operator is missing here");
     Refuse(TTypedProblem::Arithmetic, Place, u"an operator is missing here", Place, Place, {u"*"});
