@@ -3,8 +3,8 @@
 
 Usage: coverage.py GCOVR_JSON EXPLAINED LEAST_PERCENT
 
-EXPLAINED holds rows "file | the line's text | why no test runs it". A line that no test runs and no row explains is an
-error, and so is a row that no longer fits. Exit code 1 on an error or below LEAST_PERCENT of lines.
+EXPLAINED holds rows "file | the line's text | why no test runs it", each for one line. A line that no test runs and no
+row explains is an error, and so is a row that no longer fits. Exit code 1 on an error or below LEAST_PERCENT of lines.
 """
 import collections
 import json
@@ -14,15 +14,15 @@ from pathlib import Path
 Root = Path(__file__).resolve().parents[2]
 
 
-def read_explained(path: str) -> dict[tuple[str, str], str]:
-    rows = {}
+def read_explained(path: str) -> collections.Counter[tuple[str, str]]:
+    rows = collections.Counter()
     for number, line in enumerate(Path(path).read_text().splitlines(), 1):
         if not line.strip() or line.startswith("#"):
             continue
         parts = [part.strip() for part in line.split(" | ", 2)]
         if len(parts) != 3:
             sys.exit(f"{path}:{number}: not of the form file | line | reason")
-        rows[parts[0], parts[1]] = parts[2]
+        rows[parts[0], parts[1]] += 1
     return rows
 
 
@@ -33,7 +33,7 @@ def folder_of(name: str) -> str:
 def main() -> int:
     measured, explained, least = json.loads(Path(sys.argv[1]).read_text()), read_explained(sys.argv[2]), float(sys.argv[3])
     lines, branches = collections.defaultdict(lambda: [0, 0]), collections.defaultdict(lambda: [0, 0])
-    unexplained, used = [], set()
+    unexplained, explanations = [], explained.total()
     for file in measured["files"]:
         name, text = file["file"], (Root / file["file"]).read_text().splitlines()
         by_number = collections.defaultdict(int)
@@ -51,8 +51,8 @@ def main() -> int:
                 lines[key][1] += 1
             if count == 0:
                 code = text[number - 1].strip()
-                if (name, code) in explained:
-                    used.add((name, code))
+                if explained[name, code] > 0:
+                    explained[name, code] -= 1
                 else:
                     unexplained.append(f"{name}:{number}: {code}")
         for count in ways.values():
@@ -63,10 +63,11 @@ def main() -> int:
     for key in sorted(lines, key=lambda k: (k == "all", k)):
         cells = [f"{100 * hit / total:6.2f} % {hit}/{total}" if total else "-" for hit, total in (lines[key], branches[key])]
         print(f"{key:20} {cells[0]:>20} {cells[1]:>20}")
-    stale = [f"{name} | {code}" for name, code in explained if (name, code) not in used]
+    stale = [f"{name} | {code}" for name, code in explained.elements()]
     for title, rows in (("No test runs", unexplained), ("Explained, but a test runs it or it is gone", stale)):
         if rows:
             print(f"\n{title}:\n  " + "\n  ".join(rows))
+    print(f"{explanations} lines that no test runs have their reason in {Path(sys.argv[2]).name}")
     percent = 100 * lines["all"][0] / max(1, lines["all"][1])
     if percent < least:
         print(f"\n{percent:.2f} % of lines, at least {least} are wanted")
