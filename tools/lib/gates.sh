@@ -151,7 +151,7 @@ int Beyond() { int Two[2] = {0, 0}; return Two[2]; }"' 'tools/lint --cppcheck' '
     'edit cmake/unitlibConfig.cmake.in "s/find_dependency/no_such_command/"' \
     'configure ci && ci_build && tests/consumer/check build/ci' 'no_such_command'
   $gate missing-data "the shared inputs are not where they must be" \
-    true 'UNITLIB_REQUIRE_DATA=1 UNITLIB_SHARED_DATA=/nowhere ci_test schedule_real_input' '/nowhere'
+    true 'UNITLIB_REQUIRE_DATA=1 UNITLIB_SHARED_DATA=/nowhere ci_test "^schedule_real_input$" schedule_real_input unitctl' 'must be present in CI'
   # Memory and threads.
   $gate address "a read behind the end of a block" \
     'in_check "{ auto Heap = std::make_unique<int[]>(4); volatile int Beyond = Heap.get()[AText.size() + 4]; (void)Beyond; }"' \
