@@ -74,42 +74,29 @@ bool IsPlain(std::u16string_view Token) {
   return IsNumeric(Digits);
 }
 
-/// Reads what nearly everybody types, up to a delimiter or the end: feet, inches and a fraction (5'6 1/2"), or a
-/// whole number. Behind either no fraction can go on.
-class TUsualToken {
-public:
-  TUsualToken(std::u16string_view Text, size_t Start) : FText(Text), FPos(Start) {}
-
-  /// False for every other text, which may be a length all the same.
-  bool Read() {
-    if (!TakeDigits(FShape.Feet)) return false;
-    if (FPos == FText.size() || (IsDelimiter(FText[FPos]) && FText[FPos] != u'/')) return true;
-    FIsLength = Take(FootMark) && TakeDigits(FShape.Inches) && Take(u' ') && TakeDigits(FShape.Numerator) &&
-                Take(u'/') && !Is(u'0') && TakeDigits(FShape.Denominator) && Take(InchMark) &&
-                (FPos == FText.size() || IsDelimiter(FText[FPos]));
-    return FIsLength;
-  }
-  size_t End() const { return FPos; }
-  bool IsLength() const { return FIsLength; }
-  const TImperialShape& Shape() const { return FShape; }
-
-private:
-  bool Is(char16_t C) const { return FPos < FText.size() && FText.data()[FPos] == C; }
-  bool Take(char16_t C) { return Is(C) && ++FPos; }
-  bool TakeDigits(std::int64_t& Value) {
-    constexpr size_t MaxDigits = 15;
-    const size_t Start = FPos;
-    Value = 0;
-    for (; FPos < FText.size() && IsDigit(FText.data()[FPos]); ++FPos)
-      Value = static_cast<std::int64_t>(static_cast<std::uint64_t>(Value) * 10 + (FText.data()[FPos] - u'0'));
-    return FPos > Start && FPos - Start <= MaxDigits;
-  }
-
-  const std::u16string_view FText;
-  size_t FPos;
-  TImperialShape FShape;
-  bool FIsLength = false;
+/// What nearly everybody types, up to a delimiter or the end: a whole number, or feet, inches and a fraction
+/// (5'6 1/2"). Behind either no fraction can go on.
+struct TUsualToken {
+  size_t End = 0; // 0: the token is something else, which may be a length all the same
+  bool IsLength = false;
+  TImperialShape Shape; // of a length
 };
+
+TUsualToken ReadUsualToken(std::u16string_view Text, size_t Start) {
+  constexpr size_t MaxDigits = 15;
+  size_t End = Start;
+  while (End < Text.size() && IsDigit(Text[End])) ++End;
+  TUsualToken Token;
+  if (End == Text.size() || (IsDelimiter(Text[End]) && Text[End] != u'/')) {
+    if (End - Start <= MaxDigits) Token.End = End;
+  } else if (Text[End] == FootMark) {
+    const size_t Size = ReadUsualShape(Text.substr(Start), Token.Shape);
+    End = Start + Size;
+    Token.IsLength = Size != 0 && (End == Text.size() || IsDelimiter(Text[End]));
+    if (Token.IsLength) Token.End = End;
+  }
+  return Token;
+}
 
 /// Hands every token that may be a length to Use, in order, with what it is where that is known. A token is
 /// known to be whole only when the next one has not joined it.
@@ -126,12 +113,13 @@ template <class TUse> void ScanTokens(std::u16string_view Text, TUse Use) {
       continue;
     }
     // A whole number may be the rest of a fraction; feet are none.
-    if (TUsualToken Usual(Text, Pos); Usual.Read() && (Usual.IsLength() || !AfterSlash)) {
+    if (const TUsualToken Usual = ReadUsualToken(Text, Pos);
+        Usual.End != 0 && (Usual.IsLength || !AfterSlash)) {
       Flush();
-      if (Usual.IsLength()) Use(TToken{Pos, Usual.End()}, &Usual.Shape());
+      if (Usual.IsLength) Use(TToken{Pos, Usual.End}, &Usual.Shape);
       Last = {0, 0};
       AfterSlash = false;
-      Pos = Usual.End() + 1;
+      Pos = Usual.End + 1;
       continue;
     }
     size_t End = Pos;

@@ -18,17 +18,17 @@ double WithoutResidue(double Value) {
   return SameValue(Value, 0.0, ZeroTolerance) ? 0.0 : Value;
 }
 
-std::unique_ptr<TCommonUnitParser> RequireParser(const TCommonUnitCommand& Command) {
-  auto Parser = Command.GetParser();
-  if (Parser) return Parser;
-  const std::u16string Code = IntToStr(Command.GetClassifyCode());
-  throw EConvertError(u"No unit parser is registered for measure " + Code, Code);
-}
-
 /// The current unit of a measure; null when the measure is unknown.
 TUnit* CurrentUnit(int Code) {
   const TMeasure* Measure = TSystemUnitDataManager::CurConfigMeasure(Code);
   return Measure ? Measure->GetCurUnit() : nullptr;
+}
+
+/// Raises EConvertError where there is no parser.
+void RequireParser(const TUnitParserHere& Parser, int Measure) {
+  if (Parser) return;
+  const std::u16string Code = IntToStr(Measure);
+  throw EConvertError(u"No unit parser is registered for measure " + Code, Code);
 }
 
 std::u16string ShownText(int Measure, double Value, int ScaleIndex, bool AppendSymbol, bool NoSymbol,
@@ -48,7 +48,8 @@ std::u16string ShownText(int Measure, double Value, int ScaleIndex, bool AppendS
 /// Scale of a plain number typed for the measure: with feet and fractional inches it counts feet, not inches.
 double DecimalScale(int Measure, int ScaleIndex) {
   constexpr double InchesPerFoot = 12;
-  const auto Parser = RequireParser(TCommonUnitCommand(Measure));
+  const TUnitParserHere Parser(CurrentUnit(Measure));
+  RequireParser(Parser, Measure);
   const double Scale = Parser->GetScale(ScaleIndex);
   return Parser->GetUnit()->UnitIdentifyCode == FeetAndFractionalInchCode ? Scale * InchesPerFoot : Scale;
 }
@@ -108,7 +109,9 @@ std::u16string TMeasureDataManager::GetUnitSymbol(int AMeasure, bool AEmptyForFe
 }
 
 bool TMeasureDataManager::IsANum(int AMeasure, std::u16string_view AText, bool ARejectFractionForm) {
-  const std::u16string Text = RequireParser(TCommonUnitCommand(AMeasure))->RemoveSymbol(AText);
+  const TUnitParserHere Parser(CurrentUnit(AMeasure));
+  RequireParser(Parser, AMeasure);
+  const std::u16string Text = Parser->RemoveSymbol(AText);
   if (!unitlib::IsANum(Text)) return false;
   return !ARejectFractionForm || !FractionForm().Match(TrimView(Text));
 }

@@ -32,20 +32,21 @@ constexpr double LargestOperand = 1e15; // either sign, inclusive
 
 /// Current unit of the measure that typed lengths are read with.
 /// errors      EListError no configuration, no such measure, or the measure has no current unit
-const TUnit& CurrentLengthUnit();
+TUnit& CurrentLengthUnit();
 
 /// The same; null where CurrentLengthUnit raises.
-const TUnit* FindLengthUnit();
+TUnit* FindLengthUnit();
 
-/// Reads a length typed in the current unit of lengths, in metres.
-/// return      false where it is none (TMeasureDataManager::CheckDisplay)
-/// errors      as TMeasureDataManager::DisplayToStore
+/// Reads a length typed in a unit, in metres. return: false where it is none; errors as the unit's parser raises
+bool ReadTypedLength(std::u16string_view Text, TUnit* Unit, double& Metres);
+/// The same in the current unit of lengths; none where there is no such measure.
+/// errors      EListError no configuration, or the measure has no current unit
 bool ReadTypedLength(std::u16string_view Text, double& Metres);
 
 /// Classifies an operand by its text, see TParser::ProcessNode; Unit is CurrentLengthUnit().
 /// return      the message when the operand is refused, else empty
 /// errors      what the unit's conversion raises
-std::u16string ClassifyOperand(TNode& Node, const TUnit& Unit);
+std::u16string ClassifyOperand(TNode& Node, TUnit& Unit);
 
 /// The operator character of a node; 0 for a text of any other length.
 inline char16_t OperatorOf(const TNode& Node) noexcept {

@@ -96,7 +96,7 @@ private:
   char16_t CharAt(std::int32_t Point) const noexcept { return FParser.FString.data()[Point - 1]; }
 
   /// Current unit of lengths; the settings do not change while a text is read.
-  const TUnit& LengthUnit() const {
+  TUnit& LengthUnit() const {
     if (!FUnit) FUnit = &CurrentLengthUnit();
     return *FUnit;
   }
@@ -113,7 +113,7 @@ private:
   void Fail(std::u16string_view Message, std::int32_t Point);
 
   TParser& FParser;
-  mutable const TUnit* FUnit = nullptr; // null: not asked for yet, or none
+  mutable TUnit* FUnit = nullptr; // null: not asked for yet, or none
   TNodeMaker FMaker;
   TSequence FSequence;            // of the text itself
   std::u16string FText;           // of a token whose characters do not all count

@@ -1,7 +1,7 @@
 #include "unitlib/expr/ZELUnitArthProcessor.h"
 
 #include "unitlib/convert/ImperialText.h"
-#include "unitlib/convert/ZELUnitCommon.h"
+#include "unitlib/convert/ZELUnitParseRegister.h"
 #include "unitlib/expr/ExpressionTools.h"
 #include "unitlib/expr/NumberFolding.h"
 #include "unitlib/expr/TreeReader.h"
@@ -35,10 +35,10 @@ std::u16string ClassifyNumber(TNode& Node, double Value) {
   return {};
 }
 
-std::u16string ClassifyImperial(TNode& Node) {
+std::u16string ClassifyImperial(TNode& Node, TUnit& Unit) {
   Node.FIsImperial = true;
   UsePlaceholder(Node);
-  if (!ReadTypedLength(Node.FValue, Node.FDoubleValue))
+  if (!ReadTypedLength(Node.FValue, &Unit, Node.FDoubleValue))
     return std::u16string(ImperialFormatMessage) + Node.FValue;
   Node.FStoreValue = FloatToStr(Node.FDoubleValue);
   return {};
@@ -65,15 +65,15 @@ std::unique_ptr<TNode> CloneFields(const TNode& Node) {
 
 } // namespace
 
-const TUnit& CurrentLengthUnit() {
+TUnit& CurrentLengthUnit() {
   const TMeasure* Measure = TSystemUnitDataManager::CurConfigMeasure(ElevationMeasure);
-  const TUnit* Unit = Measure ? Measure->GetCurUnit() : nullptr;
+  TUnit* Unit = Measure ? Measure->GetCurUnit() : nullptr;
   if (Unit) return *Unit;
   const std::u16string Code = IntToStr(ElevationMeasure);
   throw EListError(u"No current unit for measure " + Code, Code);
 }
 
-const TUnit* FindLengthUnit() {
+TUnit* FindLengthUnit() {
   try {
     return &CurrentLengthUnit();
   } catch (const EUnitError&) {
@@ -81,18 +81,23 @@ const TUnit* FindLengthUnit() {
   }
 }
 
-bool ReadTypedLength(std::u16string_view Text, double& Metres) {
-  const auto Parser = TCommonUnitCommand(ElevationMeasure).GetParser(); // one for both questions
+bool ReadTypedLength(std::u16string_view Text, TUnit* Unit, double& Metres) {
+  const TUnitParserHere Parser(Unit); // one for both questions
   if (!Parser || !Parser->IsValid(Text)) return false;
   Metres = Parser->AsDouble(Text, ThousandScale);
   return true;
 }
 
-std::u16string ClassifyOperand(TNode& Node, const TUnit& Unit) {
-  const bool IsMetric = IsMetricLengthCode(Unit.UnitIdentifyCode);
+bool ReadTypedLength(std::u16string_view Text, double& Metres) {
+  const TMeasure* Measure = TSystemUnitDataManager::CurConfigMeasure(ElevationMeasure);
+  return ReadTypedLength(Text, Measure ? Measure->GetCurUnit() : nullptr, Metres);
+}
+
+std::u16string ClassifyOperand(TNode& Node, TUnit& Unit) {
+  const bool HasMark = IsEndWithSymbol(Node.FValue); // then it is no number
+  if (HasMark && !IsMetricLengthCode(Unit.UnitIdentifyCode)) return ClassifyImperial(Node, Unit);
   double Value = 0.0;
-  if (TryStrToFloat(Node.FValue, Value)) return ClassifyNumber(Node, Value);
-  if (!IsMetric && IsEndWithSymbol(Node.FValue)) return ClassifyImperial(Node);
+  if (!HasMark && TryStrToFloat(Node.FValue, Value)) return ClassifyNumber(Node, Value);
   Node.FStoreValue = Node.FValue;
   Node.FIsVar = true;
   return {};
