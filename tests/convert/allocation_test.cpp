@@ -56,20 +56,23 @@ INSTANTIATE_TEST_SUITE_P(
                TUnit* Unit = TSystemUnitDataManager::CurConfigMeasure(0)->GetCurUnit();
                GetUnitParser(Unit->UnitParserClassName, Unit);
              }},
-        TRow{"ExprToStore", true, 3,
+        TRow{"ExprToStore", true, 2,
              [] { M::ExprToStore(0, u"5'6 1/2\"+12'3 3/4\"-1'2 1/8\"+7*2-5+9*3-8"); }},
         // One for each of 1,848 items of lists, for the texts of more than 7 characters, for the lists.
         TRow{"LoadOfTheFactoryFile", true, 3760,
              [] {
                TSystemUnitDataManager::InitUnitSystemSetting(TSystemUnitDataManager::GetUnitConfigFileName());
              }},
-        TRow{"ParseMergeValue", true, 20,
+        // The parser's text, and two blocks for its 13 nodes.
+        TRow{"ParseMergeValue", true, 3,
              [] {
                TParser Parser(u"(1+2)*3-4/5*(6-7)");
                auto Root = Parser.Parse();
                Parser.Merge(Root);
                EXPECT_DOUBLE_EQ(Parser.GetDoubleValue(*Root), 9.8);
-             }}),
+             }},
+        // Texts of the parser, of the length as typed, in metres and as shown, one block of nodes, the result.
+        TRow{"GetElevDisplayValue", false, 6, [] { GetElevDisplayValue(u"L1+5'6 1/2\""); }}),
     [](const auto& Info) { return std::string(Info.param.Name); });
 
 } // namespace
