@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace unitlib::test {
 namespace {
 
@@ -252,6 +254,20 @@ TEST_F(Merging, OperandTextsOfMoreThanFifteenDigitsStayUntilTheyAreFolded) {
   EXPECT_EQ(Merged(u"A+0.12345678901234567"), "(+ A:v 0.12345678901234567)");
   EXPECT_EQ(Merged(u"-(A+0.12345678901234567)"), "(- (* A:v -1) 0.12345678901234567)");
   EXPECT_EQ(Merged(u"-(0.12345678901234567)"), "-0.123456789012346");
+}
+
+TEST_F(Merging, SurvivesValuesThatAreNoNumbers) {
+  for (const double Value :
+       {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
+        -std::numeric_limits<double>::infinity(), 1e300})
+    for (const std::u16string_view Text : {u"A*0/5", u"A/0/5", u"0/A*5", u"A*2*5", u"(A+0)*5", u"5-(A+2)"}) {
+      TParser Parser(Text);
+      auto Root = Parser.Parse();
+      (Root->FRight->FIsVar || Root->FRight->FNodeType == ntOp ? Root->FLeft : Root->FRight)->FDoubleValue =
+          Value;
+      EXPECT_NO_THROW(Parser.Merge(Root)) << ToUtf8(Text) << " with " << Value;
+      EXPECT_TRUE(Root);
+    }
 }
 
 } // namespace

@@ -209,7 +209,9 @@ bool TVariableSide::ScaleFactor(char16_t Op, const TNode& Number, bool NumberLef
 bool TVariableSide::MakeFactor(TRatio Ratio, bool CoreLeft, TPiece& Result) const {
   if (Ratio.By == 0) return false;
   const double Multiplier = Ratio.Times / Ratio.By, Divisor = Ratio.By / Ratio.Times;
-  const bool CanMultiply = Ratio.Times == 0 || IsSafe(Multiplier), CanDivide = CoreLeft && IsSafe(Divisor);
+  // A multiplier of 0 is exact only where a factor was; a host may have set one that is no number.
+  const bool CanMultiply = Multiplier == 0 ? Ratio.Times == 0 : IsSafe(Multiplier);
+  const bool CanDivide = CoreLeft && IsSafe(Divisor);
   if (!CanMultiply && !CanDivide) return false;
   auto Times = CanMultiply ? MakeNumber(Multiplier, FPos) : nullptr;
   auto By = CanDivide && Ratio.By != 1 ? MakeNumber(Divisor, FPos) : nullptr;
