@@ -117,7 +117,11 @@ private:
     if (!IsSure(Form)) return;
     const auto Piece = Formed(*Offset(Form), TForm::Store);
     const bool IsPlainText = FText.find(u'.') == FText.npos; // the typed offset may say 45.0
-    if (Form.Shape != TLinear::Product && !Piece && IsPlainText) return RequireRefused();
+    if (Form.Shape != TLinear::Product && !Piece && IsPlainText) {
+      RequireSame("CheckElevEditValue", FText, FAnswers.Accepted, false);
+      RequireSame("the store form", FText, FAnswers.Store, FText);
+      return; // the edit and display forms are not checked: the offset counts as stored there
+    }
     if (!Piece) return;
     if (!IsPlainText && !slow::IsPlainDecimal(FUnit)) return;
     RequireSame("CheckElevEditValue", FText, FAnswers.Accepted, true);
