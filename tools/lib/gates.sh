@@ -64,9 +64,6 @@ bool IsNothing(const std::string& Text) { return Text.size() == 0; }"' 'tidy uni
   $gate cppcheck "an index behind the end of an array" \
     'add unitlib/rtl/Text.cpp "int Beyond();
 int Beyond() { int Two[2] = {0, 0}; return Two[2]; }"' 'tools/lint --cppcheck' 'Text\.cpp.*arrayIndexOutOfBounds'
-  $gate coverage "a function that no test calls" \
-    'add unitlib/rtl/Text.cpp "namespace unitlib { int NeverRun(int Number); int NeverRun(int Number) { return Number + 1; } }"' \
-    'tools/coverage' 'unitlib/rtl/Text\.cpp:[0-9]+: .*NeverRun'
   # Wrong numbers, names and texts.
   $gate wrong-inch "an inch of 25.6 mm" wrong_inch 'ci_test "^unitlib_tests$" unitlib_tests' 'FAILED.*(Length|Imperial|Fraction)'
   $gate second-implementation "an inch of 25.6 mm" wrong_inch 'ci_test "^differential_test$" differential_test' 'differ|FAILED'
@@ -164,6 +161,9 @@ int Beyond() { int Two[2] = {0, 0}; return Two[2]; }"' 'tools/lint --cppcheck' '
     'in_check "static int Calls = 0; ++Calls;"' 'sanitized tsan' 'ThreadSanitizer: data race'
   [ "$slow" = yes ] || return 0
   # Minutes each.
+  $gate coverage "a function that no test calls" \
+    'add unitlib/rtl/Text.cpp "namespace unitlib { int NeverRun(int Number); int NeverRun(int Number) { return Number + 1; } }"' \
+    'tools/coverage' 'unitlib/rtl/Text\.cpp:[0-9]+: .*NeverRun'
   $gate packages "the Debian packages lack the header of the C interface" \
     'edit cmake/UnitlibInstall.cmake "s/  install\(FILES [^\n]*capi.unitlib\.h [^\n]*\n//"' 'tools/packages --test' 'unitlib\.h'
   $gate fuzzing "an inch of 25.6 mm" wrong_inch 'tools/fuzz --runs 2000 units' 'the library says .*, the oracle'
