@@ -23,6 +23,19 @@ protected:
   enum { DecimalFeet, FeetAndInches, DecimalInches, FractionalInches, Meters, Centimeters, Millimeters };
 };
 
+// The command by itself, as a host derives from it; the facade goes a shorter way.
+TEST_F(Facade, ACommandConvertsForItsMeasure) {
+  UseUnit(Length, FeetAndInches);
+  const TCommonUnitCommand Command(Length), OfNone(Unknown);
+  EXPECT_EQ(Command.StoreToDisplay(1689.1, -1, false, false, false, false), u"5' 6 1/2\"");
+  EXPECT_EQ(Command.DisplayToStore(u"5'6 1/2\"", -1), 1689.1);
+  EXPECT_TRUE(Command.CheckDisplay(u"5'6 1/2\""));
+  EXPECT_FALSE(Command.CheckDisplay(u"five feet"));
+  EXPECT_EQ(OfNone.StoreToDisplay(1.5, -1, false, false, false, false), u"1.5");
+  EXPECT_EQ(OfNone.DisplayToStore(u"5", -1), 0);
+  EXPECT_FALSE(OfNone.CheckDisplay(u"5"));
+}
+
 TEST_F(Facade, ShowsTinyValuesAsZero) {
   UseUnit(Length, Meters);
   EXPECT_EQ(M::StoreToDisplay(Length, 1e-13), u"0.000");

@@ -220,6 +220,15 @@ TEST(Xml, IsOneLineWithoutDeclarationAndIndent) {
   EXPECT_EQ(Document->SaveToMemory(), "<r><c a=\"1\"/></r>");
 }
 
+TEST(Xml, IsReadFromAFile) {
+  TPrivateFolders Folders;
+  test::WriteBytes(Folders.File("r.xml"), "<r><c a='1'/></r>");
+  const auto Document = CreateXMLDocument();
+  Document->LoadFromFile(Folders.File("r.xml"));
+  EXPECT_EQ(Document->DocumentElement().ChildByName(u"c").AttributeInteger(u"a"), 1);
+  EXPECT_THROW(Document->LoadFromFile(Folders.File("none.xml")), EFileError);
+}
+
 TEST(Xml, TakesNamesOfAnyLengthAndScript) {
   const std::u16string Long(300, u'n'), Umlaut = u"L\u00E4nge";
   const auto Document = CreateXMLDocument(false, false);
