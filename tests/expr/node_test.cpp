@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+
 namespace unitlib::test {
 namespace {
 
@@ -25,6 +27,12 @@ std::unique_ptr<TNode> Operator(std::u16string_view Sign, std::unique_ptr<TNode>
 }
 
 class Node : public TExpressionTest {};
+
+TEST_F(Node, CanBeMadeWithoutExceptions) {
+  const std::unique_ptr<TNode> Made(new (std::nothrow) TNode);
+  ASSERT_NE(Made, nullptr);
+  EXPECT_EQ(Made->FLeft, nullptr);
+}
 
 TEST_F(Node, StartsEmpty) {
   const TNode Empty;
