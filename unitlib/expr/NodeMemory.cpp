@@ -1,7 +1,5 @@
 #include "unitlib/expr/NodeMemory.h"
 
-#include <algorithm>
-
 #if defined(__SANITIZE_ADDRESS__)
 #define UNITLIB_NODES_ALONE 1
 #elif defined(__has_feature)
@@ -38,7 +36,7 @@ void TNodeBlock::Release(std::uint32_t Count) noexcept {
 
 void TNodeMaker::TakeBlock() {
   const std::size_t Places = std::clamp<std::size_t>(FMost, 1, MostInBlock);
-  void* const Memory = ::operator new(sizeof(TNodeBlock) + Places * sizeof(TNodePlace));
+  void* const Memory = ::operator new(sizeof(TNodeBlock) + Places * SizeOfPlace);
   FBlock = ::new (Memory) TNodeBlock(static_cast<std::uint32_t>(Places));
   FUnused = Places;
   FMost -= std::min(FMost, Places);

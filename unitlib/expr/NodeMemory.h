@@ -5,6 +5,7 @@
 
 #include "unitlib/expr/ZELUnitArthProcessor.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
@@ -22,12 +23,9 @@ struct alignas(__STDCPP_DEFAULT_NEW_ALIGNMENT__) TNodeBlock {
   void Release(std::uint32_t Count) noexcept;
 };
 
-/// A node in a block, with the address of that before it.
-struct TNodePlace {
-  TNodeBlock* Block;
-  alignas(TNode) std::byte Node[sizeof(TNode)];
-};
-static_assert(offsetof(TNodePlace, Node) == sizeof(TNodeBlock*));
+/// A place in a block: room for the block's address, which ends where the node starts, and the node.
+inline constexpr std::size_t RoomBeforeNode = std::max(alignof(TNode), sizeof(TNodeBlock*));
+inline constexpr std::size_t SizeOfPlace = RoomBeforeNode + sizeof(TNode);
 
 /// What stands before every node: its block, null when it is alone.
 inline TNodeBlock*& BlockOf(void* Node) noexcept {
@@ -58,7 +56,8 @@ private:
   void TakeBlock();
   void* NextPlace() {
     if (!FBlock) TakeBlock();
-    return reinterpret_cast<TNodePlace*>(FBlock + 1)[FUnused - 1].Node; // filled from the end
+    auto* const Places = reinterpret_cast<std::byte*>(FBlock + 1);
+    return Places + (FUnused - 1) * SizeOfPlace + RoomBeforeNode; // filled from the end
   }
   std::unique_ptr<TNode> Keep(TNode* Node) noexcept {
     BlockOf(Node) = FBlock;
