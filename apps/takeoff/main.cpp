@@ -28,9 +28,9 @@ class TTakeoffApp final : public wxApp {
 public:
   bool OnInit() override {
     SetAppName("takeoff");
-    delete wxMessageOutput::Set(new wxMessageOutputStderr); // usage and mistakes in the options
-    // The toolkit owns and frees what it was given.
-    if (!wxApp::OnInit()) return false; // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
+    // Where usage and mistakes in the options are told. The toolkit owns it and frees it at the end.
+    delete wxMessageOutput::Set(new wxMessageOutputStderr); // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
+    if (!wxApp::OnInit()) return false;
     try {
       return Start();
     } catch (const EUnitError& Error) {
