@@ -19,7 +19,7 @@ constexpr std::size_t MostInBlock = 8; // of 1 KB, the largest that malloc keeps
 
 /// Where the memory of a node that is alone starts: as far before it as keeps it aligned.
 constexpr std::size_t AloneBefore = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
-static_assert(AloneBefore >= sizeof(TNodeBlock*));
+static_assert(AloneBefore >= sizeof(void*));
 
 void* StartOf(void* Node) noexcept {
   return static_cast<std::byte*>(Node) - AloneBefore;

@@ -24,7 +24,7 @@ struct alignas(__STDCPP_DEFAULT_NEW_ALIGNMENT__) TNodeBlock {
 };
 
 /// A place in a block: room for the block's address, which ends where the node starts, and the node.
-inline constexpr std::size_t RoomBeforeNode = std::max(alignof(TNode), sizeof(TNodeBlock*));
+inline constexpr std::size_t RoomBeforeNode = std::max(alignof(TNode), sizeof(void*));
 inline constexpr std::size_t SizeOfPlace = RoomBeforeNode + sizeof(TNode);
 
 /// What stands before every node: its block, null when it is alone.
