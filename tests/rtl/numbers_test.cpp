@@ -191,6 +191,16 @@ TEST(Trim, RemovesEverythingUpToTheBlank) {
   EXPECT_EQ(Trim(u" \t "), u"");
 }
 
+TEST(ReadUtf8Number, ReadsBytesAsTheText) {
+  for (const auto& [Text, Value] :
+       {std::pair{"2743.2", 2743.2}, {"-5", -5.0}, {"1e3", 1000.0}, {"0.1", 0.1}}) {
+    EXPECT_TRUE(ReadUtf8Number(Text).Ok) << Text;
+    EXPECT_EQ(ReadUtf8Number(Text).Value, Value) << Text;
+  }
+  for (const char* Text : {"", "5x", "\xC3\xA4", "\xC3", "--5"})
+    EXPECT_FALSE(ReadUtf8Number(Text).Ok) << Text;
+}
+
 TEST(SameText, FoldsAsciiLettersOnly) {
   EXPECT_TRUE(SameText(u"None", u"nONE"));
   EXPECT_FALSE(SameText(u"None", u"Non"));
