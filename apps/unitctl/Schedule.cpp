@@ -28,7 +28,7 @@ std::string_view TrimBlanks(std::string_view Text) {
 /// Characters below U+0080 that a field cannot hold without quotes.
 constexpr auto NeedsQuotes = [] {
   std::array<bool, 128> Result{};
-  for (const char C : {',', '"', '\r', '\n'}) Result[static_cast<std::size_t>(C)] = true;
+  for (const unsigned char C : {',', '"', '\r', '\n'}) Result[C] = true;
   return Result;
 }();
 
