@@ -180,5 +180,13 @@ TEST_P(FailingAllocation, LosesNothing) {
 INSTANTIATE_TEST_SUITE_P(Rows, FailingAllocation, testing::ValuesIn(Rows),
                          [](const auto& Info) { return std::string(Info.param.Name); });
 
+TEST(FailingAllocation, OfANodeMadeWithoutExceptionsGivesNone) {
+  FailAllocation(1, false);
+  TNode* const Node = new (std::nothrow) TNode;
+  const bool Failed = StopFailing();
+  EXPECT_TRUE(Failed);
+  EXPECT_EQ(Node, nullptr);
+}
+
 } // namespace
 } // namespace unitlib::test
