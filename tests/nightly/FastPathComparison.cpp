@@ -128,13 +128,13 @@ private:
     const TExactNumber Step(Increment.empty() ? u"1" : std::u16string_view(Increment));
     std::uint64_t Whole = 0;
     if (!RoundToMultipleWhenClear(Value, Step, Whole)) return;
-    char16_t Text[48];
     for (const int Group : {3, 4}) {
       TUnit Bare;
       Bare.SuppressTrail0.Checked = true;
       Bare.RoundContainer.Add().Increment = Increment;
-      const size_t Size = WriteFixed(Text, Whole, Step.Scale, 0, Group);
-      Check(u"groups, increment " + Increment, Value, {Text, Size}, LiteralNumber(Value, Bare, Group));
+      std::u16string Text;
+      AppendFixed(Text, Whole, Step.Scale, 0, Group);
+      Check(u"groups, increment " + Increment, Value, Text, LiteralNumber(Value, Bare, Group));
     }
   }
 

@@ -69,11 +69,13 @@ int CurrentGroupSize() {
   return LibraryGroupSize(TSystemUnitDataManager::CurDigitGroup()->DigitGroupParserClassName);
 }
 
-constexpr size_t UsualLength = 31; // of a shown value: room taken once instead of growing by and by
-
 [[noreturn]] void RaiseTooLarge(double Given) {
   const std::u16string Text = FloatToStr(Given); // raises by itself where Given is not finite
   throw ERangeError(u"Too large to be shown: " + Text, Text);
+}
+
+[[noreturn, gnu::noinline]] void RaiseNoUnit() {
+  throw EListError(u"No unit to convert values of", u"");
 }
 
 void RequireFinite(double Value, double Given) {
@@ -83,7 +85,7 @@ void RequireFinite(double Value, double Given) {
 } // namespace
 
 TCommonUnitParser::TCommonUnitParser(TUnit* Unit) : FUnit(Unit) {
-  if (!Unit) throw EListError(u"No unit to convert values of", u"");
+  if (!Unit) RaiseNoUnit();
 }
 
 void TCommonUnitParser::AppendSymbol(TStringBuilder& Builder) const {
@@ -98,19 +100,17 @@ void TCommonUnitParser::RoundOff(double Value, TStringBuilder& Builder, bool NoD
   RequireFinite(Value, Value);
   const TIncrementText Round = CurrentIncrement(*FUnit);
   const TExactNumber Increment(Round.Text.empty() ? u"1" : Round.Text);
+  const bool Grouped = FUnit->UseDigitGroup.Checked && !NoDigitGroup;
   std::uint64_t Whole = 0;
   if (!NoRound && Value >= 0 && RoundToMultipleWhenClear(Value, Increment, Whole)) {
-    const bool Grouped = FUnit->UseDigitGroup.Checked && !NoDigitGroup;
     const int GroupSize = Grouped ? CurrentGroupSize() : 0;
     if (!Grouped || GroupSize != 0) {
-      char16_t Text[48];
       const int Least = FUnit->SuppressTrail0.Checked ? 0 : SimpleDecimals(Round, Increment);
-      Builder.append(Text, WriteFixed(Text, Whole, Increment.Scale, Least, GroupSize));
-      return;
+      return AppendFixed(Builder, Whole, Increment.Scale, Least, GroupSize);
     }
   }
   const TPlainText Number(RoundedDigits(std::fabs(Value), Increment, NoRound), Value < 0);
-  if (FUnit->UseDigitGroup.Checked && !NoDigitGroup)
+  if (Grouped)
     AppendGrouped(Builder, Number.View());
   else
     Builder.append(Number.View());
@@ -253,8 +253,7 @@ std::unique_ptr<TCommonUnitParser> TCommonUnitCommand::GetParser() const {
 }
 
 TUnit* TCommonUnitCommand::FindUnit() const {
-  const TMeasure* Measure = TSystemUnitDataManager::CurConfigMeasure(FClassifyCode);
-  return Measure ? Measure->GetCurUnit() : nullptr;
+  return TSystemUnitDataManager::CurConfigUnit(FClassifyCode);
 }
 
 bool TCommonUnitCommand::CheckDisplay(std::u16string_view AText) const {

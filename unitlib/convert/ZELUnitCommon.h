@@ -6,6 +6,7 @@
 #include "unitlib/model/UnitModel.h"
 #include "unitlib/rtl/Decimal.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -16,6 +17,8 @@ namespace unitlib {
 
 /// Text under construction.
 using TStringBuilder = std::u16string;
+/// Of a shown value: room taken once instead of growing by and by.
+inline constexpr std::size_t UsualLength = 31;
 
 /// Base of all unit parsers and the whole of it for plain decimal units. Holds nothing but its unit and reads
 /// the unit's settings at every call; made for one conversion and freed by its caller. Scale index: tells the

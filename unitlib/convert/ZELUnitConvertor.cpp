@@ -18,10 +18,8 @@ double WithoutResidue(double Value) {
   return SameValue(Value, 0.0, ZeroTolerance) ? 0.0 : Value;
 }
 
-/// The current unit of a measure; null when the measure is unknown.
 TUnit* CurrentUnit(int Code) {
-  const TMeasure* Measure = TSystemUnitDataManager::CurConfigMeasure(Code);
-  return Measure ? Measure->GetCurUnit() : nullptr;
+  return TSystemUnitDataManager::CurConfigUnit(Code);
 }
 
 /// Raises EConvertError where there is no parser.
@@ -31,6 +29,14 @@ void RequireParser(const TUnitParserHere& Parser, int Measure) {
   throw EConvertError(u"No unit parser is registered for measure " + Code, Code);
 }
 
+/// Appends the measure's symbol where its unit shows none by itself.
+void AppendMissingSymbol(std::u16string& Text, int Measure) {
+  const TCommonUnitCommand Command(Measure);
+  if (Command.HasUnitSymbol()) return;
+  std::u16string Symbol;
+  Text.append(u" ").append(Command.GetUnitSymbol(false, Symbol));
+}
+
 std::u16string ShownText(int Measure, double Value, int ScaleIndex, bool AppendSymbol, bool NoSymbol,
                          bool NoDigitGroup, bool NoRound, bool NoPlusSign) {
   const double Stored = WithoutResidue(Value);
@@ -38,11 +44,8 @@ std::u16string ShownText(int Measure, double Value, int ScaleIndex, bool AppendS
   std::u16string Text =
       Parser ? Parser->AsString(Stored, ScaleIndex, NoSymbol, NoDigitGroup, NoRound, NoPlusSign)
              : FloatToStr(Stored);
-  if (!AppendSymbol) return Text;
-  const TCommonUnitCommand Command(Measure);
-  if (Command.HasUnitSymbol()) return Text;
-  std::u16string Symbol;
-  return Text.append(u" ").append(Command.GetUnitSymbol(false, Symbol));
+  if (AppendSymbol) AppendMissingSymbol(Text, Measure);
+  return Text;
 }
 
 /// Scale of a plain number typed for the measure: with feet and fractional inches it counts feet, not inches.

@@ -159,7 +159,7 @@ bool TFractionalLengthParser::IsValid(std::u16string_view Text) const {
 std::u16string TFractionalLengthParser::AsString(double Value, int ScaleIndex, bool NoSymbol,
                                                  bool NoDigitGroup, bool NoRound, bool NoPlusSign) const {
   TStringBuilder Builder;
-  Builder.reserve(31);
+  Builder.reserve(UsualLength);
   AppendNumber(Builder, Value, ScaleIndex, NoDigitGroup, NoRound, NoPlusSign);
   if (!NoSymbol || !CanIgnoreSymbol()) AppendSymbol(Builder);
   return Builder;
@@ -198,8 +198,9 @@ std::int64_t TFractionalLengthParser::GCD(std::int64_t A, std::int64_t B) noexce
 void TFractionalInchParser::RoundOff(double Value, TStringBuilder& Builder, bool, bool) const {
   if (TBinaryLength Length; Length.Split(Value, IncrementText(*GetUnit()))) {
     char16_t Text[LengthRoom];
-    char16_t* const End = Length.WriteFraction(WriteInteger(Text, static_cast<std::uint64_t>(Length.Whole)));
-    Builder.append(Text, End);
+    const char16_t* const End =
+        Length.WriteFraction(WriteInteger(Text, static_cast<std::uint64_t>(Length.Whole)));
+    Builder.append(Text, static_cast<size_t>(End - Text));
     return;
   }
   const TFractionSplit Split = SplitLength(Value, TIncrement(IncrementText(*GetUnit())));
@@ -222,7 +223,8 @@ void TFeetAndFractionalInchParser::RoundOff(double Value, TStringBuilder& Builde
       if (!GetUnit()->SuppressSpace.Checked) *End++ = u' ';
     }
     End = WriteInteger(End, static_cast<std::uint64_t>(Length.Whole % InchesPerFoot));
-    Builder.append(Text, Length.WriteFraction(End));
+    End = Length.WriteFraction(End);
+    Builder.append(Text, static_cast<size_t>(End - Text));
     return;
   }
   const TIncrement Increment(IncrementText(*GetUnit()));

@@ -5,6 +5,8 @@
 namespace unitlib {
 namespace {
 
+constinit const std::u16string NoText;
+
 template <class T> std::vector<std::u16string> Descriptions(const TOwningList<T>& List) {
   std::vector<std::u16string> Result;
   Result.reserve(static_cast<size_t>(List.Count()));
@@ -15,9 +17,8 @@ template <class T> std::vector<std::u16string> Descriptions(const TOwningList<T>
 } // namespace
 
 const std::u16string& TUnit::GetCurUnitSymbolDescription() const noexcept {
-  static const std::u16string Empty;
   const TUnitSymbol* Symbol = GetUnitSymbol(CurUnitSymbolIndex);
-  return Symbol ? Symbol->Description : Empty;
+  return Symbol ? Symbol->Description : NoText;
 }
 
 std::vector<std::u16string> TUnit::GetRoundDescriptionArray() const {

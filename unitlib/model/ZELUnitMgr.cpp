@@ -22,9 +22,18 @@ TManager::TDigitGroupList* TManager::FCurUseDigitGroupContainer = nullptr;
 
 namespace {
 
+/// Apart, so that what asks for the settings at every conversion stays a few instructions.
+[[noreturn, gnu::noinline]] void RaiseNotLoaded() {
+  throw EListError(u"No unit settings are loaded: call InitialUnitSystem first", u"");
+}
+
 template <class T> T& Loaded(T* List) {
-  if (!List) throw EListError(u"No unit settings are loaded: call InitialUnitSystem first", u"");
+  if (!List) RaiseNotLoaded();
   return *List;
+}
+
+inline TConfig& CurrentConfig() {
+  return Loaded(TManager::FCurUseUnitConfigContainer).Item(TManager::FCurConfigIndex);
 }
 
 /// The selection keeps the low byte of an index only, as the configuration type is one byte.
@@ -96,11 +105,16 @@ int TManager::GetCurDigitGroupIndex() noexcept {
 }
 
 TConfig* TManager::CurConfig() {
-  return &CurUseUnitConfigContainer().Item(FCurConfigIndex);
+  return &CurrentConfig();
 }
 
 TMeasure* TManager::CurConfigMeasure(int ClassifyCode) {
-  return CurConfig()->FindMeasure(ClassifyCode);
+  return CurrentConfig().FindMeasure(ClassifyCode);
+}
+
+TUnit* TManager::CurConfigUnit(int ClassifyCode) {
+  const TMeasure* Measure = CurrentConfig().FindMeasure(ClassifyCode);
+  return Measure ? Measure->GetCurUnit() : nullptr;
 }
 
 TManager::TConfigList& TManager::CurUseUnitConfigContainer() {

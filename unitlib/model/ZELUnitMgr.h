@@ -76,6 +76,9 @@ public:
   /// The first measure of the current configuration with this classify code; null when there is none.
   /// errors      EListError as CurConfig
   static TMeasure* CurConfigMeasure(int ClassifyCode);
+  /// The current unit of that measure; null when there is no such measure.
+  /// errors      EListError as CurConfig, or the measure has no current unit
+  static TUnit* CurConfigUnit(int ClassifyCode);
   /// errors      EListError nothing is loaded
   static TConfigList& CurUseUnitConfigContainer();
   static TDigitGroup* CurDigitGroup();

@@ -29,9 +29,11 @@ public:
   /// The factory registered under Name, null when there is none.
   TFactory Find(std::u16string_view Name) const noexcept {
     if (FSlots.empty()) return TFactory{};
-    for (size_t Slot = Hash(Name) & Mask();; Slot = (Slot + 1) & Mask()) {
-      if (FSlots[Slot] == 0) return TFactory{};
-      const TEntry& Entry = FEntries[FSlots[Slot] - 1U];
+    const std::uint32_t* const Slots = FSlots.data(); // the mask keeps within it
+    const TEntry* const Entries = FEntries.data();
+    for (size_t Mask = this->Mask(), Slot = Hash(Name) & Mask;; Slot = (Slot + 1) & Mask) {
+      if (Slots[Slot] == 0) return TFactory{};
+      const TEntry& Entry = Entries[Slots[Slot] - 1U];
       if (SameText(Entry.Name, Name)) return Entry.Factory;
     }
   }

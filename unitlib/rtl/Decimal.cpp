@@ -146,7 +146,7 @@ TPlainText::TPlainText(TDecimal15 Value, bool Negative) : FDecimals(std::max(-Va
   }
 }
 
-size_t WriteFixed(char16_t* Out, std::uint64_t Whole, int Scale, int MinDecimals, int GroupSize) noexcept {
+void AppendFixed(std::u16string& Out, std::uint64_t Whole, int Scale, int MinDecimals, int GroupSize) {
   constexpr int Room = 24; // digits: one before the point and 22 behind it, at most
   constexpr int Block =
       8; // characters that are copied at a time, wanted or not: a copy of a known size is two moves
@@ -157,7 +157,8 @@ size_t WriteFixed(char16_t* Out, std::uint64_t Whole, int Scale, int MinDecimals
   const auto Copy = [](char16_t* To, const char16_t* From) {
     std::memcpy(To, From, Block * sizeof(char16_t));
   };
-  char16_t* To = Out;
+  char16_t Text[2 * Room];
+  char16_t* To = Text;
   if (GroupSize == 0) {
     To = std::copy(static_cast<const char16_t*>(Digits), Point, To);
   } else {
@@ -176,7 +177,7 @@ size_t WriteFixed(char16_t* Out, std::uint64_t Whole, int Scale, int MinDecimals
     for (int I = 0; I < Scale; I += Block) Copy(To + I, Point + I);
     To += Scale;
   }
-  return static_cast<size_t>(To - Out);
+  Out.append(Text, static_cast<size_t>(To - Text));
 }
 
 char16_t* WriteInteger(char16_t* Out, std::uint64_t Value) noexcept {
@@ -202,11 +203,7 @@ bool IsUsual(TDecimal15 Value) noexcept {
 }
 
 void AppendGeneral(std::u16string& Out, TDecimal15 Value) {
-  if (IsUsual(Value)) {
-    char16_t Text[48];
-    Out.append(Text, WriteFixed(Text, Value.Mantissa, -Value.Exponent, 0, 0));
-    return;
-  }
+  if (IsUsual(Value)) return AppendFixed(Out, Value.Mantissa, -Value.Exponent, 0, 0);
   const TDigits Digits(Value.Mantissa);
   const int Point = Digits.Count() + Value.Exponent;
   if (Value.Mantissa == 0 || (Point <= MaxDigits && Point > -5)) return AppendPlain(Out, Value);

@@ -42,11 +42,10 @@ private:
   int FDecimals;
 };
 
-/// Writes Whole x 10^-Scale to Out (room for 48 characters) and returns its length: Whole < 10^15, Scale from
-/// 0 to 22; digits before the point in groups of GroupSize (3 or 4; 0: none) with commas between, trailing
-/// zeros behind the point only as far as MinDecimals asks. What TPlainText, grouping and padding make in
-/// three steps, 40 ns faster.
-size_t WriteFixed(char16_t* Out, std::uint64_t Whole, int Scale, int MinDecimals, int GroupSize) noexcept;
+/// Appends Whole x 10^-Scale: Whole < 10^15, Scale from 0 to 22; digits before the point in groups of
+/// GroupSize (3 or 4; 0: none) with commas between, trailing zeros behind the point only as far as MinDecimals
+/// asks. What TPlainText, grouping and padding make in three steps, 40 ns faster.
+void AppendFixed(std::u16string& Out, std::uint64_t Whole, int Scale, int MinDecimals, int GroupSize);
 
 /// Appends the number without an exponent.
 void AppendPlain(std::u16string& Out, TDecimal15 Value);

@@ -17,7 +17,7 @@ struct TExactNumber {
 
   std::u16string_view Text;
   double Value = 0.0;         // the nearest double, with its sign
-  bool IsSimple = false;      // Mantissa < 2^53 and 0 <= Scale <= 22
+  bool IsSimple = false;      // Mantissa < 2^53, 0 <= Scale <= 19, the text has at most 19 digits
   std::uint64_t Mantissa = 0; // of the absolute value
   int Scale = 0;
 

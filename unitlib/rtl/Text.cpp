@@ -90,9 +90,7 @@ std::u16string Trim(std::u16string_view Text) {
   return std::u16string(TrimView(Text));
 }
 
-bool SameText(std::u16string_view A, std::u16string_view B) noexcept {
-  if (A.size() != B.size()) return false;
-  if (A.empty() || std::memcmp(A.data(), B.data(), A.size() * sizeof(char16_t)) == 0) return true;
+bool SameFolded(std::u16string_view A, std::u16string_view B) noexcept {
   return std::equal(A.begin(), A.end(), B.begin(),
                     [](char16_t X, char16_t Y) { return UpperAscii(X) == UpperAscii(Y); });
 }
@@ -102,10 +100,6 @@ int CompareText(std::u16string_view A, std::u16string_view B) noexcept {
   for (size_t I = 0; I < Common; ++I)
     if (const int Diff = UpperAscii(A[I]) - UpperAscii(B[I])) return Diff;
   return A.size() < B.size() ? -1 : A.size() > B.size() ? 1 : 0;
-}
-
-bool EndsWithText(std::u16string_view Text, std::u16string_view Tail) noexcept {
-  return Text.size() >= Tail.size() && SameText(Text.substr(Text.size() - Tail.size()), Tail);
 }
 
 std::u16string LeftStr(std::u16string_view Text, int Count) {

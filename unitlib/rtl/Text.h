@@ -1,6 +1,7 @@
 /// Text helpers over UTF-16: trimming, ASCII comparison without letter case, UTF-8 at the borders.
 #pragma once
 
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -25,12 +26,22 @@ constexpr char16_t UpperAscii(char16_t C) noexcept {
 std::u16string_view TrimView(std::u16string_view Text) noexcept;
 std::u16string Trim(std::u16string_view Text);
 
-/// Equality that folds the letters A to Z only, so it answers alike in every locale.
-bool SameText(std::u16string_view A, std::u16string_view B) noexcept;
+/// Equality of two texts of the same length that folds the letters A to Z.
+bool SameFolded(std::u16string_view A, std::u16string_view B) noexcept;
+/// Equality that folds the letters A to Z only, so it answers alike in every locale. Nearly all texts that
+/// are equal are so to the letter.
+inline bool SameText(std::u16string_view A, std::u16string_view B) noexcept {
+  if (A.size() != B.size()) return false;
+  return A.empty() || std::memcmp(A.data(), B.data(), A.size() * sizeof(char16_t)) == 0 || SameFolded(A, B);
+}
 /// Order of two texts under the same folding: negative, 0, positive.
 int CompareText(std::u16string_view A, std::u16string_view B) noexcept;
 /// True when Text ends with Tail, letters A to Z folded.
-bool EndsWithText(std::u16string_view Text, std::u16string_view Tail) noexcept;
+inline bool EndsWithText(std::u16string_view Text, std::u16string_view Tail) noexcept {
+  if (Tail.empty()) return true;
+  if (Text.size() < Tail.size() || UpperAscii(Text.back()) != UpperAscii(Tail.back())) return false;
+  return SameText(Text.substr(Text.size() - Tail.size()), Tail);
+}
 
 /// The first or last Count characters (all of them when the text is shorter).
 std::u16string LeftStr(std::u16string_view Text, int Count);
