@@ -1,4 +1,5 @@
 /// Reading and writing the settings file.
+#include "tests/model/SmallSettings.h"
 #include "tests/support/Settings.h"
 #include "unitlib/model/ZELUnitConfigFileGenerator.h"
 #include "unitlib/rtl/Errors.h"
@@ -13,40 +14,11 @@ namespace unitlib {
 namespace {
 
 using TManager = TSystemUnitDataManager;
+using test::SmallSettings;
 using test::TPrivateFolders;
 
-/// A small file with one of everything; each part can be replaced.
-constexpr const char* SmallFile = R"(<?xml version="1.0" encoding="UTF-8"?>
-<Unit>
-  <TemplateConfig CurConfigIndex="0">
-    <Config Description="C" OrderIndex="5">
-      <Measurement ExampleValue="1.5" ClassifyCode="6" Description="M" OrderIndex="3" DefUnitIndex="0" CurUnitIndex="0">
-        <Unit UnitIdentifyCode="500" Description="U" OrderIndex="4" DefUnitSymbolWhenNone="kg" UnitParserClassName="TKilogramsParser" DefRoundIndex="0" CurRoundIndex="0" DefUnitSymbolIndex="0" CurUnitSymbolIndex="0">
-          <Rounds>
-            <Round Description="R" Increment="0.5" IncrementCanEdit="true" IncrementCanVisible="1" OrderIndex="7" />
-          </Rounds>
-          <UnitSymbols>
-            <UnitSymbol Description="None" OrderIndex="8" />
-          </UnitSymbols>
-          <Format>
-            <UseProjectSetting DefEnable="false" Enable="false" DefChecked="false" Checked="false" />
-            <SuppressTrail0 DefEnable="true" Enable="false" DefChecked="true" Checked="false" />
-            <Suppress0Feet DefEnable="false" Enable="true" DefChecked="false" Checked="true" />
-            <ShowPlusSymbolForPosValue DefEnable="false" Enable="false" DefChecked="false" Checked="true" />
-            <UseDigitGroup DefEnable="false" Enable="false" DefChecked="false" Checked="false" />
-            <SuppressSpace DefEnable="false" Enable="false" DefChecked="false" Checked="false" />
-          </Format>
-        </Unit>
-      </Measurement>
-    </Config>
-  </TemplateConfig>
-  <DigitGroup CurDigitGroupIndex="0">
-    <CGroup Description="G" OrderIndex="9" DigitGroupParserClassName="TDigitGroup3CommaParser" />
-  </DigitGroup>
-</Unit>
-)";
-
-std::string Replaced(std::string Text, std::string_view Old, std::string_view New) {
+std::string Replaced(std::string_view Whole, std::string_view Old, std::string_view New) {
+  std::string Text(Whole);
   const size_t Pos = Text.find(Old);
   EXPECT_NE(Pos, std::string::npos) << Old;
   return Pos == std::string::npos ? Text : Text.replace(Pos, Old.size(), New);
@@ -69,7 +41,7 @@ protected:
 };
 
 TEST_F(ConfigFile, FillsEveryField) {
-  Load(SmallFile);
+  Load(SmallSettings);
   const TConfig& Config = *TManager::CurConfig();
   EXPECT_EQ(Config.Description, u"C");
   EXPECT_EQ(Config.OrderIndex, 5);
@@ -85,7 +57,8 @@ TEST_F(ConfigFile, FillsEveryField) {
   EXPECT_EQ(Unit.UnitParserClassName, u"TKilogramsParser");
   const TRound& Round = Unit.RoundContainer[0];
   EXPECT_EQ(Round.Increment, u"0.5");
-  EXPECT_TRUE(Round.IncrementCanEdit && Round.IncrementCanVisible);
+  EXPECT_TRUE(Round.IncrementCanEdit);
+  EXPECT_FALSE(Round.IncrementCanVisible);
   EXPECT_EQ(Round.OrderIndex, 7);
   EXPECT_EQ(Unit.UnitSymbolContainer[0].OrderIndex, 8);
   EXPECT_TRUE(Unit.SuppressTrail0.DefEnable && Unit.SuppressTrail0.DefChecked);
@@ -98,16 +71,16 @@ TEST_F(ConfigFile, FillsEveryField) {
 }
 
 TEST_F(ConfigFile, SavesWhatItReadButRenumbersPositions) {
-  Load(SmallFile);
-  std::string Expected = Replaced(SmallFile, "OrderIndex=\"5\"", "OrderIndex=\"0\"");
+  Load(Replaced(SmallSettings, "IncrementCanVisible=\"false\"", "IncrementCanVisible=\"1\""));
+  std::string Expected = Replaced(SmallSettings, "OrderIndex=\"5\"", "OrderIndex=\"0\"");
   Expected = Replaced(Expected, "OrderIndex=\"3\"", "OrderIndex=\"0\"");
   Expected = Replaced(Expected, "OrderIndex=\"9\"", "OrderIndex=\"0\"");
-  Expected = Replaced(Expected, "IncrementCanVisible=\"1\"", "IncrementCanVisible=\"true\"");
+  Expected = Replaced(Expected, "IncrementCanVisible=\"false\"", "IncrementCanVisible=\"true\"");
   EXPECT_EQ(Saved(), Expected);
 }
 
 TEST_F(ConfigFile, WritesConfigurationsAndMeasuresByPosition) {
-  Load(SmallFile);
+  Load(SmallSettings);
   TManager::CurUseUnitConfigContainer().Add().OrderIndex = 9;
   for (int Order : {3, 1, 2})
     TManager::CurUseUnitConfigContainer()[1].MeasureContainer.Add().OrderIndex = Order;
@@ -118,7 +91,7 @@ TEST_F(ConfigFile, WritesConfigurationsAndMeasuresByPosition) {
 }
 
 TEST_F(ConfigFile, LineEndsAndMarksInTextsSurvive) {
-  Load(SmallFile);
+  Load(SmallSettings);
   TManager::CurConfig()->Description = u"a\nb\tc\r<&>\"'\u4E2D";
   TManager::CurConfig()->MeasureContainer[0].UnitContainer[0].RoundContainer[0].Increment = u"";
   Load(Saved());
@@ -127,7 +100,7 @@ TEST_F(ConfigFile, LineEndsAndMarksInTextsSurvive) {
 }
 
 TEST_F(ConfigFile, ElementsCountByPositionNotByName) {
-  std::string Content = Replaced(SmallFile, "<Config ", "<Anything ");
+  std::string Content = Replaced(SmallSettings, "<Config ", "<Anything ");
   Content = Replaced(Content, "</Config>", "</Anything>");
   Load(Replaced(Content, "<Round ", "<!-- comment --><Round "));
   EXPECT_EQ(TManager::CurUseUnitConfigContainer().Count(), 1);
@@ -135,7 +108,7 @@ TEST_F(ConfigFile, ElementsCountByPositionNotByName) {
 }
 
 TEST_F(ConfigFile, TheFirstTemplateCounts) {
-  Load(Replaced(SmallFile, "  <DigitGroup", "<TemplateConfig CurConfigIndex=\"7\"/><DigitGroup"));
+  Load(Replaced(SmallSettings, "  <DigitGroup", "<TemplateConfig CurConfigIndex=\"7\"/><DigitGroup"));
   EXPECT_EQ(TManager::GetCurConfigIndex(), 0);
 }
 
@@ -150,7 +123,7 @@ TEST_F(ConfigFile, ATemplateWithoutChildrenIsAnEmptyList) {
 }
 
 TEST_F(ConfigFile, AnEmptyNameMeansTheFileBesideTheProgram) {
-  test::WriteBytes(Folders.File("UnitConfig.xml"), SmallFile);
+  test::WriteBytes(Folders.File("UnitConfig.xml"), SmallSettings);
   TManager::InitUnitSystemSetting(u"");
   EXPECT_EQ(TManager::GetUnitConfigFileName(), Folders.File("UnitConfig.xml"));
   TManager::SetCurConfig(1);
@@ -177,7 +150,7 @@ class BadConfigFile : public ConfigFile, public testing::WithParamInterface<TBad
 TEST_P(BadConfigFile, RaisesAnErrorWithThePlace) {
   const TBadRow& Row = GetParam();
   try {
-    Load(Replaced(SmallFile, Row.Old, Row.New));
+    Load(Replaced(SmallSettings, Row.Old, Row.New));
     FAIL() << "no error";
   } catch (const EXmlError& Error) {
     EXPECT_EQ(Error.Path(), Path);
@@ -192,8 +165,9 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         TBadRow{"NoRounds", "<Rounds>", "<Round_>", u"", u"", 9}, // the closing tag no longer fits
         TBadRow{"RoundsRenamed",
-                "<Rounds>\n            <Round Description=\"R\" Increment=\"0.5\" IncrementCanEdit=\"true\" "
-                "IncrementCanVisible=\"1\" OrderIndex=\"7\" />\n          </Rounds>",
+                "<Rounds>\n            <Round Description=\"To 6&quot;\" Increment=\"0.5\" "
+                "IncrementCanEdit=\"true\" "
+                "IncrementCanVisible=\"false\" OrderIndex=\"7\" />\n          </Rounds>",
                 "", u"Unit", u"", 6},
         TBadRow{
             "NoSwitch",
@@ -213,16 +187,16 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& Info) { return Info.param.Name; });
 
 TEST_F(ConfigFile, AFailedLoadIsNeverSaved) {
-  Load(SmallFile);
+  Load(SmallSettings);
   const std::u16string Good = Path;
   Path = Folders.File("bad.xml");
-  const std::string Bad = Replaced(SmallFile, " CurDigitGroupIndex=\"0\"", "");
+  const std::string Bad = Replaced(SmallSettings, " CurDigitGroupIndex=\"0\"", "");
   EXPECT_THROW(Load(Bad), EXmlError);
   EXPECT_EQ(TManager::CurUseUnitConfigContainer().Count(), 1) << "what was read stays";
   EXPECT_THROW(TManager::SaveConfigFile(u""), EFileError);
   EXPECT_THROW(TManager::SaveConfigFile(Good), EFileError);
   EXPECT_EQ(test::ReadBytes(Path), Bad);
-  EXPECT_EQ(test::ReadBytes(Good), SmallFile);
+  EXPECT_EQ(test::ReadBytes(Good), SmallSettings);
   TManager::InitUnitSystemSetting(Good);
   EXPECT_NO_THROW(TManager::SaveConfigFile(u""));
 }
@@ -234,11 +208,11 @@ TEST_F(ConfigFile, AMissingFileIsNotReplaced) {
 }
 
 TEST_F(ConfigFile, ASaveIntoNowhereLeavesNothing) {
-  Load(SmallFile);
+  Load(SmallSettings);
   EXPECT_THROW(TManager::SaveConfigFile(Folders.File("no/folder.xml")), EFileError);
   TManager::CurConfig()->Description = std::u16string(u"a\0b", 3);
   EXPECT_THROW(TManager::SaveConfigFile(Path), EXmlError);
-  EXPECT_EQ(test::ReadBytes(Path), SmallFile);
+  EXPECT_EQ(test::ReadBytes(Path), SmallSettings);
 }
 
 // ---------------------------------------------------------------- factory defaults

@@ -1,6 +1,7 @@
 /// The short way to load a settings file beside the reader of documents.
 #include "unitlib/model/WrittenSettings.h"
 
+#include "tests/model/SmallSettings.h"
 #include "tests/support/Settings.h"
 #include "unitlib/model/ZELUnitConfigFileGenerator.h"
 #include "unitlib/rtl/Errors.h"
@@ -12,38 +13,9 @@ namespace unitlib {
 namespace {
 
 using TManager = TSystemUnitDataManager;
+using test::SmallSettings;
 
 constexpr std::string_view Declaration = R"(<?xml version="1.0" encoding="UTF-8"?>)";
-
-constexpr std::string_view Text = R"(<?xml version="1.0" encoding="UTF-8"?>
-<Unit>
-  <TemplateConfig CurConfigIndex="0">
-    <Config Description="C" OrderIndex="0">
-      <Measurement ExampleValue="1.5" ClassifyCode="6" Description="M" OrderIndex="0" DefUnitIndex="0" CurUnitIndex="0">
-        <Unit UnitIdentifyCode="500" Description="U" OrderIndex="4" DefUnitSymbolWhenNone="kg" UnitParserClassName="TKilogramsParser" DefRoundIndex="0" CurRoundIndex="0" DefUnitSymbolIndex="0" CurUnitSymbolIndex="-1">
-          <Rounds>
-            <Round Description="To 6&quot;" Increment="0.5" IncrementCanEdit="true" IncrementCanVisible="false" OrderIndex="7" />
-          </Rounds>
-          <UnitSymbols>
-            <UnitSymbol Description="None" OrderIndex="8" />
-          </UnitSymbols>
-          <Format>
-            <UseProjectSetting DefEnable="false" Enable="false" DefChecked="false" Checked="false" />
-            <SuppressTrail0 DefEnable="true" Enable="false" DefChecked="true" Checked="false" />
-            <Suppress0Feet DefEnable="false" Enable="true" DefChecked="false" Checked="true" />
-            <ShowPlusSymbolForPosValue DefEnable="false" Enable="false" DefChecked="false" Checked="true" />
-            <UseDigitGroup DefEnable="false" Enable="false" DefChecked="false" Checked="false" />
-            <SuppressSpace DefEnable="false" Enable="false" DefChecked="false" Checked="false" />
-          </Format>
-        </Unit>
-      </Measurement>
-    </Config>
-  </TemplateConfig>
-  <DigitGroup CurDigitGroupIndex="0">
-    <CGroup Description="G" OrderIndex="0" DigitGroupParserClassName="TDigitGroup3CommaParser" />
-  </DigitGroup>
-</Unit>
-)";
 
 class WrittenSettings : public testing::Test {
 protected:
@@ -78,7 +50,7 @@ TEST_F(WrittenSettings, FactoryFileIsTaken) {
 }
 
 TEST_F(WrittenSettings, HoldEveryValue) {
-  const auto Read = ReadWrittenSettings(std::string(Text));
+  const auto Read = ReadWrittenSettings(std::string(SmallSettings));
   ASSERT_TRUE(Read);
   ASSERT_EQ(Read->Configs.size(), 1U);
   const TMeasure& Measure = *Read->Configs[0]->Measure(0, false);
@@ -109,7 +81,7 @@ struct TRow {
 class WrittenSettingsRow : public WrittenSettings, public testing::WithParamInterface<TRow> {};
 
 TEST_P(WrittenSettingsRow, GivesWhatADocumentGives) {
-  std::string Content(Text);
+  std::string Content(SmallSettings);
   const size_t At = Content.find(GetParam().Old);
   ASSERT_NE(At, std::string::npos);
   Content.replace(At, GetParam().Old.size(), GetParam().New);
@@ -182,13 +154,13 @@ INSTANTIATE_TEST_SUITE_P(Rows, WrittenSettingsRow, testing::ValuesIn(Rows),
                          [](const auto& Info) { return std::string(Info.param.Name); });
 
 TEST_F(WrittenSettings, AnythingCutIsLeftToTheDocument) {
-  const size_t Whole = Text.rfind('>') + 1;
+  const size_t Whole = SmallSettings.rfind('>') + 1;
   for (size_t Size = 0; Size < Whole; ++Size)
-    ASSERT_FALSE(ReadWrittenSettings(std::string(Text.substr(0, Size)))) << Size << " bytes";
+    ASSERT_FALSE(ReadWrittenSettings(std::string(SmallSettings.substr(0, Size)))) << Size << " bytes";
 }
 
 TEST_F(WrittenSettings, AnythingSavedIsTaken) {
-  Loaded(Text);
+  Loaded(SmallSettings);
   TMeasure& Measure = *TManager::CurConfig()->Measure(0, false);
   for (const std::u16string_view Description :
        {u"", u"a & b < c > d \" e ' f", u"&amp;quot;", u"\u00E9\u4E2D\U0001F600", u"\u007F\u0080\uFFFD]]>",
