@@ -13,6 +13,11 @@
 #include <utility>
 
 namespace unitlib::test {
+namespace {
+
+constexpr long MostWaiting = 10'000; // milliseconds, for a machine that has much else to do
+
+} // namespace
 
 void Settle(int Milliseconds) {
   const wxStopWatch Watch;
@@ -24,7 +29,7 @@ void Settle(int Milliseconds) {
 
 bool WaitFor(const std::function<bool()>& Condition) {
   const wxStopWatch Watch;
-  while (!Condition() && Watch.Time() < 2000) Settle(10);
+  while (!Condition() && Watch.Time() < MostWaiting) Settle(10);
   return Condition();
 }
 

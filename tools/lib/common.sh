@@ -46,3 +46,9 @@ build() {
   local preset=$1; shift
   cmake --build "$root/build/$preset" -j "$jobs" ${1:+--target "$@"}
 }
+
+# run_tests PRESET [CTEST_ARGUMENT...]   twice as many at a time as there are processors: tests of windows mostly wait
+run_tests() {
+  local preset=$1; shift
+  ctest --test-dir "$root/build/$preset" --output-on-failure -j "$((jobs * 2))" "$@"
+}
