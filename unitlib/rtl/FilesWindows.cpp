@@ -106,6 +106,7 @@ public:
       DWORD Written = 0;
       if (!WriteFile(FHandle.Get(), Content.data(), Part, &Written, nullptr))
         RaiseLast(u"Cannot be written", Narrow(FTarget));
+      if (Written == 0) RaiseLast(u"Cannot be written", Narrow(FTarget), ERROR_DISK_FULL);
       Content.remove_prefix(Written);
     }
   }
