@@ -18,14 +18,14 @@
 namespace unitlib {
 namespace {
 
-const std::string Folder = UNITLIB_SOURCE_DIR "/tests/compat/";
+const std::filesystem::path Folder = test::SourceFile("tests/compat");
 constexpr std::string_view Files[] = {"settings-1.xml"};
 constexpr std::string_view Newest = "settings-1.xml";
 
 class OldSettings : public testing::TestWithParam<std::string_view> {
 protected:
   ~OldSettings() override { FreeUnitSystem(); }
-  std::u16string Path() const { return FromUtf8(Folder + std::string(GetParam())); }
+  std::u16string Path() const { return (Folder / GetParam()).u16string(); }
   test::TPrivateFolders Folders;
 };
 
@@ -60,7 +60,7 @@ INSTANTIATE_TEST_SUITE_P(Versions, OldSettings, testing::ValuesIn(Files),
                          [](const auto& Info) { return "File" + std::to_string(Info.index + 1); });
 
 TEST(SettingsFiles, TheNewestIsWhatTheWriterWrites) {
-  EXPECT_EQ(BuildUnitDefaultConfig()->SaveToMemory(), ReadWholeFile(FromUtf8(Folder + std::string(Newest))));
+  EXPECT_EQ(BuildUnitDefaultConfig()->SaveToMemory(), ReadWholeFile((Folder / Newest).u16string()));
 }
 
 TEST(SettingsFiles, AreAllListed) {

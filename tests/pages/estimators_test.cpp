@@ -44,7 +44,7 @@ std::vector<std::string> CellsOf(const std::string& Line) {
 
 std::vector<TRow> ReadRows() {
   std::vector<TRow> Rows;
-  std::ifstream Page(UNITLIB_SOURCE_DIR "/docs/estimators.md");
+  std::ifstream Page(test::SourceFile("docs/estimators.md"));
   std::string About;
   int Number = 0, InTable = 0;
   for (std::string Line; std::getline(Page, Line);) {

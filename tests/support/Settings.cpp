@@ -79,10 +79,13 @@ std::string RowName(std::string Name) {
   return Name;
 }
 
+fs::path SourceFile(std::string_view Name) {
+  return fs::path(UNITLIB_SOURCE_DIR) / Name;
+}
+
 std::string SharedData(std::string_view Name) {
   const char* Folder = std::getenv("UNITLIB_SHARED_DATA");
-  const fs::path Path =
-      (Folder ? fs::path(Folder) : fs::path(UNITLIB_SOURCE_DIR) / ".." / "shared" / "data") / Name;
+  const fs::path Path = (Folder ? fs::path(Folder) : SourceFile("../shared/data")) / Name;
   return fs::exists(Path) ? Path.string() : std::string();
 }
 

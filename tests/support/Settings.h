@@ -49,6 +49,9 @@ void WriteBytes(std::u16string_view Path, std::string_view Content);
 /// A name for a table row that a test may be called by.
 std::string RowName(std::string Text);
 
+/// A file of the project: SourceFile("docs/estimators.md").
+std::filesystem::path SourceFile(std::string_view Name);
+
 /// Path of the shared sample data, or empty when this machine has none.
 std::string SharedData(std::string_view Name);
 

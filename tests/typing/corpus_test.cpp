@@ -1,5 +1,6 @@
 /// Spellings worked out by hand, from tests/typing/corpus: each is read as its value or refused for its
 /// reason.
+#include "tests/support/Settings.h"
 #include "tests/typing/TypedFields.h"
 #include "unitlib/rtl/Text.h"
 
@@ -60,7 +61,7 @@ void ReadHeading(const std::string& Line, TRow& Row) {
 }
 
 void ReadFile(const std::string& Name, std::vector<TRow>& Rows) {
-  std::ifstream File(std::string(UNITLIB_SOURCE_DIR) + "/tests/typing/corpus/" + Name + ".txt");
+  std::ifstream File(test::SourceFile("tests/typing/corpus/" + Name + ".txt"));
   ASSERT_TRUE(File) << Name;
   TRow Row;
   std::string Line;

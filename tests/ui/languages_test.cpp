@@ -13,7 +13,7 @@ using namespace test;
 
 class Languages : public TUiFixture {
 protected:
-  Languages() { LoadTextTable(FromUtf8(UNITLIB_SOURCE_DIR "/examples/texts/zh.txt")); }
+  Languages() { LoadTextTable(SourceFile("examples/texts/zh.txt").u16string()); }
   ~Languages() override { LoadTextTable(u""); }
 };
 
