@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <random>
 
 namespace unitlib {
@@ -182,6 +184,38 @@ TEST(RoundClassic, GoesAwayFromZeroAtTheHalf) {
   EXPECT_EQ(RoundClassicToInt64(-9.2233720368547748e18), -9223372036854774784);
   EXPECT_THROW(RoundClassicToInt64(9.2233720368547758e18), ERangeError);
   EXPECT_THROW(RoundClassicToInt64(std::nan("")), ERangeError);
+}
+
+/// The quick ways against the C library, for values around the half of the 15th digit above all.
+TEST(Decimal, AgreesWithTheCLibrary) {
+  constexpr unsigned Seed = 20261123;
+  std::mt19937_64 Random(Seed);
+  int Cuts = 0;
+  for (int I = 0; I < 200'000; ++I) {
+    const auto Digits =
+        static_cast<double>(Random() % 1'000'000'000'000'000 + (I % 2 ? 0 : 100'000'000'000'000));
+    double Value = (Digits + (I % 3 ? 0.5 : 0)) / std::pow(10.0, static_cast<double>(Random() % 21));
+    for (auto Steps = Random() % 4; Steps > 0; --Steps) Value = std::nextafter(Value, I % 5 < 3 ? 0.0 : 1e16);
+    char Text[40];
+    std::snprintf(Text, sizeof Text, "%.14e", Value);
+    const double Expected = std::strtod(Text, nullptr);
+    EXPECT_EQ(StrToFloat(FloatToStr(Value)), Expected) << Text << ", seed " << Seed;
+    double Cut = 0;
+    if (!CutTo15Digits(Value, Cut)) continue;
+    EXPECT_EQ(Cut, Expected) << Text << ", seed " << Seed;
+    ++Cuts;
+  }
+  EXPECT_GT(Cuts, 100'000);
+}
+
+TEST(Decimal, IsCutQuicklyWithinItsRange) {
+  double Cut = 7;
+  for (const double Value : {0.0, 9.99e-6, 1e15, 1e300}) EXPECT_FALSE(CutTo15Digits(Value, Cut)) << Value;
+  EXPECT_EQ(Cut, 7);
+  EXPECT_TRUE(CutTo15Digits(0.1 + 0.2, Cut));
+  EXPECT_EQ(Cut, 0.3);
+  EXPECT_TRUE(CutTo15Digits(999'999'999'999'999.9, Cut)); // rounds up to one digit more
+  EXPECT_EQ(Cut, 1e15);
 }
 
 TEST(Decimal, KeepsFifteenDigitsTiesToEven) {

@@ -6,6 +6,7 @@
 #include "unitlib/rtl/Numbers.h"
 
 #include <cmath>
+#include <limits>
 
 namespace unitlib {
 namespace {
@@ -50,26 +51,35 @@ bool ValueOf(TDecimal15 Digits, double& Value) noexcept {
   return Value <= LargestOperand;
 }
 
-bool CutFraction(double& Value) {
+/// What the text of a folded number that is not whole is read back as; NaN where ValueOf is false.
+double CutFraction(double Value) {
+  const double Absolute = std::fabs(Value);
   double Cut = 0.0;
-  if (!ValueOf(ToDecimal15(std::fabs(Value)), Cut)) return false;
-  Value = Value < 0 ? -Cut : Cut;
-  return true;
+  const bool IsOperand =
+      Absolute <= LargestOperand && (CutTo15Digits(Absolute, Cut) || ValueOf(ToDecimal15(Absolute), Cut));
+  if (!IsOperand) return std::numeric_limits<double>::quiet_NaN();
+  return Value < 0 ? -Cut : Cut;
+}
+
+/// True for whole numbers that are exact as operands. (-0 is one, but as an operand it is 0: add 0.0.)
+inline bool IsWholeOperand(double Value) noexcept {
+  return std::fabs(Value) < LargestOperand && Value == static_cast<double>(static_cast<std::int64_t>(Value));
 }
 
 /// What the text of a folded number is read back as: its 15 digits. False where ValueOf is.
-inline bool CutTo15Digits(double& Value) {
-  const double Absolute = std::fabs(Value);
-  if (!(Absolute < LargestOperand)) return Absolute == LargestOperand;
-  if (Absolute != static_cast<double>(static_cast<std::int64_t>(Absolute))) return CutFraction(Value);
-  Value += 0.0; // a whole number stays, but -0 becomes 0
-  return true;
+inline bool CutToText(double& Value) {
+  if (IsWholeOperand(Value)) {
+    Value += 0.0;
+    return true;
+  }
+  Value = CutFraction(Value);
+  return !std::isnan(Value);
 }
 
 /// Applies an operator to two values, the second of which it replaces; false where it is refused or unknown.
 inline bool Combine(const TNode& Op, const TTreeValue& Left, TTreeValue& Right) {
+  const bool AnyImperial = Left.IsImperial || Right.IsImperial;
   const char16_t Sign = OperatorOf(Op);
-  if (!Refusal(Sign, Left.IsImperial, Right.IsImperial, Right.Value).empty()) return false;
   switch (Sign) {
   case u'+':
     Right.Value = Left.Value + Right.Value;
@@ -81,89 +91,91 @@ inline bool Combine(const TNode& Op, const TTreeValue& Left, TTreeValue& Right) 
     Right.Value = Left.Value * Right.Value;
     break;
   case u'/':
+    if (Right.Value == 0) return false;
     Right.Value = Left.Value / Right.Value;
     break;
   default:
     return false;
   }
-  Right.IsImperial = Left.IsImperial || Right.IsImperial;
+  // Nothing but a quotient by zero is refused where no length is.
+  if (AnyImperial && !Refusal(Sign, Left.IsImperial, Right.IsImperial, 1.0).empty()) return false;
+  Right.IsImperial = AnyImperial;
   return true;
 }
 
-/// Value of a number without a name; false for every other node, and where CutTo15Digits is.
+/// Value of a number without a name; false for every other node, and where CutToText is.
 inline bool LeafValue(const TNode& Node, TTreeValue& Value) {
   if (Node.FNodeType != ntNum || Node.FIsVar) return false;
   Value = {Node.FDoubleValue, Node.FIsImperial};
   if (!Node.FIsNegative) return true;
   Value.Value = -Value.Value;
-  return CutTo15Digits(Value.Value);
+  return CutToText(Value.Value);
 }
 
-/// Folds a tree without recursion. Operands that are numbers need no place on the stack.
-class TTreeFolder {
-public:
-  bool Fold(const TNode& Root, TTreeValue& Result) {
-    for (const TNode* Node = &Root; Node;)
-      if (!GoDown(Node) || !GoUp(Node)) return false;
-    Result = FValue;
-    return true;
-  }
-
-private:
-  struct TOpen {
-    const TNode* Op;
-    TTreeValue Left;
-    bool HasLeft; // its right operand is being folded; otherwise the left one
-  };
-
-  /// Down to an operator on two numbers.
-  bool GoDown(const TNode*& Node) {
-    for (;;) {
-      if (!IsWholeOperator(*Node)) return false;
-      const TNode &Left = *Node->FLeft, &Right = *Node->FRight;
-      const bool HasLeft = Left.FNodeType != ntOp;
-      if (HasLeft && !LeafValue(Left, FLeft)) return false;
-      if (HasLeft && Right.FNodeType != ntOp) return LeafValue(Right, FValue);
-      FOpen.Push({Node, FLeft, HasLeft});
-      Node = HasLeft ? &Right : &Left;
-    }
-  }
-
-  /// Up while both operands are known; Node becomes the operator that still needs its right one, or null.
-  bool GoUp(const TNode*& Node) {
-    for (;;) {
-      if (!Combine(*Node, FLeft, FValue)) return false;
-      if (FOpen.Empty()) {
-        Node = nullptr;
-        return true;
-      }
-      if (Node->FIsNegative) FValue.Value = -FValue.Value;
-      if (!CutTo15Digits(FValue.Value)) return false;
-      TOpen& Open = FOpen.Top();
-      Node = Open.Op;
-      if (Open.HasLeft) {
-        FLeft = Open.Left;
-      } else if (Node->FRight->FNodeType == ntOp) {
-        Open.Left = FValue;
-        Open.HasLeft = true;
-        Node = Node->FRight.get();
-        return true;
-      } else {
-        FLeft = FValue;
-        if (!LeafValue(*Node->FRight, FValue)) return false;
-      }
-      FOpen.Pop();
-    }
-  }
-
-  TTreeValue FLeft{}, FValue{}; // operands of the operator at hand; then FValue is its value
-  TSmallStack<TOpen, 16> FOpen;
+/// An operator that waits for an operand which is an operator itself.
+struct TOpenFold {
+  const TNode* Op;
+  TTreeValue Left; // when HasLeft
+  bool HasLeft;    // its right operand is being folded; otherwise the left one
 };
+using TOpenFolds = TSmallStack<TOpenFold, 16>; // operands that are numbers need no place
+
+/// From an operator down to one on two numbers.
+inline bool GoDown(const TNode*& Op, TOpenFolds& Open, TTreeValue& Left, TTreeValue& Right) {
+  for (;;) {
+    if (!IsWholeOperator(*Op)) return false;
+    const TNode &LeftNode = *Op->FLeft, &RightNode = *Op->FRight;
+    const bool HasLeft = LeftNode.FNodeType != ntOp;
+    if (HasLeft && !LeafValue(LeftNode, Left)) return false;
+    if (HasLeft && RightNode.FNodeType != ntOp) return LeafValue(RightNode, Right);
+    Open.Push({Op, Left, HasLeft});
+    Op = HasLeft ? &RightNode : &LeftNode;
+  }
+}
+
+/// Up while both operands are known; Op becomes the operator to go down from, or null: then Right is the value
+/// of the tree.
+inline bool GoUp(const TNode*& Op, TOpenFolds& Open, TTreeValue& Left, TTreeValue& Right) {
+  for (;; Open.Pop()) {
+    if (!Combine(*Op, Left, Right)) return false;
+    if (Open.Empty()) {
+      Op = nullptr;
+      return true;
+    }
+    if (Op->FIsNegative) Right.Value = -Right.Value;
+    if (!CutToText(Right.Value)) return false;
+    TOpenFold& Waiting = Open.Top();
+    Op = Waiting.Op;
+    if (Waiting.HasLeft) {
+      Left = Waiting.Left;
+      continue;
+    }
+    const TNode& RightNode = *Op->FRight;
+    Left = Right;
+    if (RightNode.FNodeType == ntOp) {
+      Waiting.Left = Left;
+      Waiting.HasLeft = true;
+      Op = &RightNode;
+      return true;
+    }
+    if (!LeafValue(RightNode, Right)) return false;
+  }
+}
+
+/// Folds a tree without recursion.
+bool FoldOperators(const TNode& Root, TTreeValue& Result) {
+  TOpenFolds Open;
+  TTreeValue Left{}, Right{};
+  for (const TNode* Op = &Root; Op;)
+    if (!GoDown(Op, Open, Left, Right) || !GoUp(Op, Open, Left, Right)) return false;
+  Result = Right;
+  return true;
+}
 
 } // namespace
 
 bool FoldTree(const TNode& Root, TTreeValue& Result) {
-  return Root.FNodeType == ntOp ? TTreeFolder().Fold(Root, Result) : LeafValue(Root, Result);
+  return Root.FNodeType == ntOp ? FoldOperators(Root, Result) : LeafValue(Root, Result);
 }
 
 double ApplyOperator(TParser& Parser, const TNode& Op, double Left, double Right) {
@@ -181,12 +193,18 @@ bool MakeNumber(TNode& Node, double Value, bool IsImperial, std::int32_t Pos) {
   Node.FPos = Pos;
   Node.FIsImperial = IsImperial;
   if (!std::isfinite(Value)) return false;
-  const TDecimal15 Digits = ToDecimal15(std::fabs(Value));
-  if (Value < 0) Node.FValue.push_back(u'-');
-  AppendGeneral(Node.FValue, Digits); // FloatToStr of the value
-  double Absolute = 0.0;
-  if (!ValueOf(Digits, Absolute)) return false;
-  Node.FDoubleValue = Value < 0 ? -Absolute : Absolute;
+  // FValue becomes FloatToStr of the value.
+  if (IsWholeOperand(Value)) { // its own digits, without looking for 15 of them
+    AppendInteger(Node.FValue, static_cast<std::int64_t>(Value));
+    Node.FDoubleValue = Value + 0.0;
+  } else {
+    const TDecimal15 Digits = ToDecimal15(std::fabs(Value));
+    if (Value < 0) Node.FValue.push_back(u'-');
+    AppendGeneral(Node.FValue, Digits);
+    double Absolute = 0.0;
+    if (!ValueOf(Digits, Absolute)) return false;
+    Node.FDoubleValue = Value < 0 ? -Absolute : Absolute;
+  }
   Node.FStoreValue = Node.FValue;
   return true;
 }

@@ -57,20 +57,28 @@ TDecimal15 WithoutTrailingZeros(std::uint64_t Mantissa, int Exponent) noexcept {
   return {Mantissa, Exponent};
 }
 
-/// 15 digits of a value from 1e-5 to 1e15 by an exact product with a power of ten; false where the digit
-/// behind them is so near a half that the sum of the parts could decide wrongly, and beyond that range. 90 ns
-/// less than to_chars.
-bool RoundByProduct(double Value, TDecimal15& Result) noexcept {
+/// Digits / 10^Shift.
+struct TScaledDigits {
+  std::int64_t Digits;
+  int Shift; // 0 to 20
+};
+
+/// 15 digits of a value from 1e-5 to 1e15 by a product with a power of ten; false where the digit behind them is
+/// so near a half that the sum of the parts could decide wrongly, and beyond that range. 90 ns less than
+/// to_chars.
+bool RoundByProduct(double Value, TScaledDigits& Result) noexcept {
   if (!(Value >= 1e-5 && Value < 1e15)) return false;
   const int Binary = static_cast<int>(std::bit_cast<std::uint64_t>(Value) >> 52) - 1023;
   int Shift =
       MaxDigits - 1 - (Binary * 1233 >> 12); // 1233 / 4096 is log10(2), near enough from 2^-17 to 2^49
-  TExactProduct Product(Value, PowersOf10[Shift]);
-  if (Product.Hi >= static_cast<double>(Limit)) Product = TExactProduct(Value, PowersOf10[--Shift]);
-  const auto Whole = static_cast<std::int64_t>(Product.Hi);
-  const double Rest = (Product.Hi - static_cast<double>(Whole)) + Product.Lo;
+  double Product = Value * PowersOf10[Shift];
+  if (Product >= static_cast<double>(Limit)) Product = Value * PowersOf10[--Shift];
+  const auto Whole = static_cast<std::int64_t>(Product);
+  double Rest = Product - static_cast<double>(Whole);
+  // Below 2^50 a product is off by 1/16 at most: mostly that cannot matter, and the exact one is not needed.
+  if (std::fabs(Rest - 0.5) < 0.07) Rest += TExactProduct(Value, PowersOf10[Shift]).Lo;
   if (std::fabs(Rest - 0.5) < 1e-6) return false;
-  Result = WithoutTrailingZeros(static_cast<std::uint64_t>(Whole + (Rest > 0.5 ? 1 : 0)), -Shift);
+  Result = {Whole + (Rest > 0.5 ? 1 : 0), Shift};
   return true;
 }
 
@@ -89,8 +97,18 @@ TDecimal15 RoundByText(double Value) {
 } // namespace
 
 TDecimal15 ToDecimal15(double Value) {
-  TDecimal15 Result;
-  return Value == 0 || RoundByProduct(Value, Result) ? Result : RoundByText(Value);
+  if (Value == 0) return {};
+  TScaledDigits Result;
+  return RoundByProduct(Value, Result)
+             ? WithoutTrailingZeros(static_cast<std::uint64_t>(Result.Digits), -Result.Shift)
+             : RoundByText(Value);
+}
+
+bool CutTo15Digits(double Value, double& Cut) noexcept {
+  TScaledDigits Result;
+  if (!RoundByProduct(Value, Result)) return false;
+  Cut = static_cast<double>(Result.Digits) / PowersOf10[Result.Shift]; // both exact: the nearest double
+  return true;
 }
 
 TDecimal15 ToDecimal15(std::uint64_t Digits, int Exponent) noexcept {

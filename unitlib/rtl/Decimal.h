@@ -18,6 +18,10 @@ struct TDecimal15 {
 /// The 15 significant digits of a finite value >= 0, correctly rounded (a tie goes to the even digit).
 TDecimal15 ToDecimal15(double Value);
 
+/// What the text of those digits is read back as. False for values below 1e-5 or from 1e15 on, and where the
+/// quick way cannot tell.
+bool CutTo15Digits(double Value, double& Cut) noexcept;
+
 /// Digits x 10^Exponent, rounded to 15 significant digits (a tie goes to the even digit).
 TDecimal15 ToDecimal15(std::uint64_t Digits, int Exponent) noexcept;
 
