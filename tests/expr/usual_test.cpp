@@ -48,7 +48,14 @@ std::u16string RandomText(std::mt19937& Random) {
                                                    u"6\"",
                                                    u"1/2\"",
                                                    u"5'6 1/2\"",
+                                                   u"5' 6\"",
+                                                   u"3/4\"",
+                                                   u"5''",
+                                                   u"1/0\"",
+                                                   u"5'/",
                                                    u"L1",
+                                                   u"y\"",
+                                                   u"\u00e9t\u00e9:",
                                                    u"A b",
                                                    u" ",
                                                    u"+",
@@ -96,6 +103,40 @@ TEST_F(UsualTexts, AreReadAsTheGeneralReaderReadsThem) {
   }
   EXPECT_GT(Good, 10'000);
 }
+
+struct TUnclosed {
+  const char* Name;
+  std::u16string Text;
+  std::u16string Message;
+};
+
+class UnclosedBrackets : public test::TExpressionTest, public ::testing::WithParamInterface<TUnclosed> {};
+
+/// Reading goes on behind a bracket before its end is looked for; that is not to be noticed.
+TEST_P(UnclosedBrackets, AreNamedBeforeWhatStandsInThem) {
+  TParser Parser(GetParam().Text);
+  EXPECT_EQ(Parser.Parse(), nullptr);
+  EXPECT_TRUE(Parser.FHasError);
+  EXPECT_EQ(Parser.FErrMsg, GetParam().Message);
+  EXPECT_EQ(Parser.FErrPos, static_cast<std::int32_t>(GetParam().Text.size()));
+  EXPECT_EQ(Parser.FPoint, Parser.FTotal);
+}
+
+const std::u16string MissingOpening = u"missing ( error!", MissingClosing = u"missing ) error!";
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, UnclosedBrackets,
+    ::testing::Values(TUnclosed{"Nothing", u"(", MissingClosing}, TUnclosed{"ASum", u"(1+2", MissingOpening},
+                      TUnclosed{"TwoOpen", u"((1+2", MissingClosing},
+                      TUnclosed{"OneOfTwo", u"((1+2)", MissingOpening},
+                      TUnclosed{"TheSecond", u"(1+2)*(3-(4)", MissingOpening},
+                      TUnclosed{"AnOperatorAtTheEnd", u"(1+", MissingOpening},
+                      TUnclosed{"AName", u"(1+A", MissingOpening},
+                      TUnclosed{"ALength", u"(5'6\"", MissingOpening},
+                      TUnclosed{"ARefusedLength", u"(5''+1", MissingOpening},
+                      TUnclosed{"AFunction", u"(1+f(2)", MissingOpening},
+                      TUnclosed{"TooDeep", std::u16string(1001, u'(') + u"1", MissingClosing}),
+    [](const auto& Info) { return std::string(Info.param.Name); });
 
 struct TPair {
   const char* Name;

@@ -74,6 +74,17 @@ const TRow Rows[] = {
        if (Root) Parser.GetDisplayValue(*Root);
        if (Root) Root->Clone();
      }},
+    {"MergeWrong",
+     [] {
+       TParser Parser(u"1/3*1000001");
+       auto Root = Parser.Parse();
+       try {
+         Parser.Merge(Root);
+       } catch (const std::bad_alloc&) {
+         EXPECT_EQ(Root, nullptr) << "no half of a tree";
+         throw;
+       }
+     }},
     {"EvaluateWrong", [] { TParser(u"(1+2*(3+4)-(5+6)*7").Parse(); }},
     {"ElevationStore", [] { GetElevStoreValue(u"L1 + 5'6\" - 3 1/2\""); }},
     {"ElevationDisplay", [] { GetElevDisplayValue(u"Level 1 + 1.6764"); }},

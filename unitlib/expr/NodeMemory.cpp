@@ -1,5 +1,7 @@
 #include "unitlib/expr/NodeMemory.h"
 
+#include <utility>
+
 #if defined(__SANITIZE_ADDRESS__)
 #define UNITLIB_NODES_ALONE 1
 #elif defined(__has_feature)
@@ -25,6 +27,29 @@ void* StartOf(void* Node) noexcept {
   return static_cast<std::byte*>(Node) - AloneBefore;
 }
 
+/// Frees trees.
+class TNodeFreer {
+public:
+  TNodeFreer() = default;
+  TNodeFreer(const TNodeFreer&) = delete;
+  TNodeFreer& operator=(const TNodeFreer&) = delete;
+  ~TNodeFreer() {
+    if (FBlock) FBlock->Release(FCount);
+  }
+  /// Frees a tree without recursion and without allocation. Top may be null.
+  inline void FreeTree(TNode* Top) noexcept;
+
+private:
+  inline void Free(TNode* Node) noexcept;
+
+  TNodeBlock* FBlock = nullptr; // of the nodes freed last
+  std::uint32_t FCount = 0;     // how many of them it has not been told of
+};
+
+bool IsLeaf(const TNode& Node) noexcept {
+  return !Node.FLeft && !Node.FRight;
+}
+
 } // namespace
 
 void TNodeBlock::Release(std::uint32_t Count) noexcept {
@@ -38,34 +63,40 @@ void TNodeMaker::TakeBlock() {
   const std::size_t Places = std::clamp<std::size_t>(FMost, 1, MostInBlock);
   void* const Memory = ::operator new(sizeof(TNodeBlock) + Places * SizeOfPlace);
   FBlock = ::new (Memory) TNodeBlock(static_cast<std::uint32_t>(Places));
-  FUnused = Places;
+  FPlace = static_cast<std::byte*>(Memory) + sizeof(TNodeBlock);
+  FEnd = FPlace + Places * SizeOfPlace;
   FMost -= std::min(FMost, Places);
 }
 
-/// Frees a node that has no children (any more): its texts are all there is to be destroyed.
+/// Frees a node whose children are free, or taken elsewhere: its texts are all there is to be destroyed.
 inline void TNodeFreer::Free(TNode* Node) noexcept {
   TNodeBlock* const Block = BlockOf(Node);
   std::destroy_at(&Node->FStoreValue);
   std::destroy_at(&Node->FValue);
   if (!Block) return ::operator delete(StartOf(Node));
-  if (Block != FBlock) Flush();
-  FBlock = Block;
+  if (Block != FBlock) {
+    if (FBlock) FBlock->Release(FCount);
+    FBlock = Block;
+    FCount = 0;
+  }
   ++FCount;
 }
 
 /// A left child with children is turned upwards until the top has none, then the top goes.
-void TNodeFreer::FreeTree(TNode* Top) noexcept {
+inline void TNodeFreer::FreeTree(TNode* Top) noexcept {
   while (Top) {
-    TNode* const Left = Top->FLeft.release();
-    if (Left && (Left->FLeft || Left->FRight)) {
-      Top->FLeft = std::move(Left->FRight);
+    TNode* const Left = Top->FLeft.get();
+    if (Left && !IsLeaf(*Left)) {
+      static_cast<void>(Top->FLeft.release());
+      Top->FLeft.reset(Left->FRight.release());
       Left->FRight.reset(Top);
       Top = Left;
       continue;
     }
     if (Left) Free(Left);
-    TNode* const Right = Top->FRight.release();
+    TNode* Right = Top->FRight.get();
     Free(Top);
+    if (Right && IsLeaf(*Right)) Free(std::exchange(Right, nullptr));
     Top = Right;
   }
 }
@@ -76,8 +107,7 @@ TNode::~TNode() {
 
 void TNode::BeforeDestruction() noexcept {
   TNodeFreer Freer;
-  Freer.FreeTree(FLeft.release());
-  Freer.FreeTree(FRight.release());
+  for (TNode* const Child : {FLeft.release(), FRight.release()}) Freer.FreeTree(Child);
 }
 
 void* TNode::operator new(std::size_t Size) {

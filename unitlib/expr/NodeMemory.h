@@ -41,54 +41,46 @@ public:
   TNodeMaker(const TNodeMaker&) = delete;
   TNodeMaker& operator=(const TNodeMaker&) = delete;
   ~TNodeMaker() {
-    if (FBlock) FBlock->Release(static_cast<std::uint32_t>(FUnused));
+    if (FPlace != FEnd) ReleaseRest();
   }
 
   std::unique_ptr<TNode> Make(TNodeType Type, std::u16string_view Value, std::int32_t Pos) {
-    return Keep(::new (NextPlace()) TNode(Type, Value, Pos));
+    return std::unique_ptr<TNode>(Keep(::new (Place()) TNode(Type, Value, Pos)));
   }
-  /// A plain number as an operand.
-  std::unique_ptr<TNode> MakeNumber(std::u16string_view Text, double Value, std::int32_t Pos) {
-    return Keep(::new (NextPlace()) TNode(Text, Value, Pos));
+  /// A plain number, one of a single digit, a name and an operator: all the caller's.
+  TNode* MakeNumber(std::u16string_view Text, double Value, std::int32_t Pos) {
+    return Keep(::new (Place()) TNode(Text, Value, Pos));
   }
+  TNode* MakeDigit(char16_t Digit, std::int32_t Pos) {
+    return Keep(::new (Place()) TNode(Digit, Digit - u'0', Pos));
+  }
+  TNode* MakeName(std::u16string_view Text, std::int32_t Pos) {
+    TNode* const Node = MakeNumber(Text, 0.0, Pos);
+    Node->FIsVar = true;
+    return Node;
+  }
+  TNode* MakeOperator(char16_t Op, std::int32_t Pos) { return Keep(::new (Place()) TNode(Op, Pos)); }
 
 private:
   void TakeBlock();
-  void* NextPlace() {
-    if (!FBlock) TakeBlock();
-    auto* const Places = reinterpret_cast<std::byte*>(FBlock + 1);
-    return Places + (FUnused - 1) * SizeOfPlace + RoomBeforeNode; // filled from the end
+  void ReleaseRest() noexcept {
+    FBlock->Release(static_cast<std::uint32_t>(static_cast<std::size_t>(FEnd - FPlace) / SizeOfPlace));
   }
-  std::unique_ptr<TNode> Keep(TNode* Node) noexcept {
+  /// Where the next node goes.
+  std::byte* Place() {
+    if (FPlace == FEnd) TakeBlock();
+    return FPlace + RoomBeforeNode;
+  }
+  TNode* Keep(TNode* Node) noexcept {
     BlockOf(Node) = FBlock;
-    if (--FUnused == 0) FBlock = nullptr; // its last node may be freed before the next one is made
-    return std::unique_ptr<TNode>(Node);
+    FPlace += SizeOfPlace;
+    return Node;
   }
 
   std::size_t FMost;            // nodes still to come
-  TNodeBlock* FBlock = nullptr; // the one that is being filled; null: the next node needs a new one
-  std::size_t FUnused = 0;      // places in it
-};
-
-/// Frees trees.
-class TNodeFreer {
-public:
-  TNodeFreer() = default;
-  TNodeFreer(const TNodeFreer&) = delete;
-  TNodeFreer& operator=(const TNodeFreer&) = delete;
-  ~TNodeFreer() { Flush(); }
-  /// Frees a tree without recursion and without allocation. Top may be null.
-  void FreeTree(TNode* Top) noexcept;
-
-private:
-  void Free(TNode* Node) noexcept;
-  void Flush() noexcept {
-    if (FBlock) FBlock->Release(FCount);
-    FCount = 0;
-  }
-
-  TNodeBlock* FBlock = nullptr; // of the nodes freed last
-  std::uint32_t FCount = 0;     // how many of them it has not been told of
+  TNodeBlock* FBlock = nullptr; // the one that is being filled; gone, perhaps, once it is full
+  std::byte* FPlace = nullptr;  // its first unused place
+  std::byte* FEnd = nullptr;    // its end
 };
 
 } // namespace unitlib

@@ -1,23 +1,10 @@
 /// Tokens of a text: the general way, which knows every character.
 #include "unitlib/expr/TreeReader.h"
 #include "unitlib/model/UnitModel.h"
-#include "unitlib/model/ZELUnitConst.h"
-#include "unitlib/rtl/Text.h"
 
 #include <algorithm>
 
 namespace unitlib {
-namespace {
-
-constexpr bool IsImperialChar(char16_t C) noexcept {
-  return C == u' ' || C == FootMark || IsDigit(C);
-}
-
-constexpr bool IsSpecialChar(char16_t C) noexcept {
-  return IsOperatorChar(C) || C == u'(' || C == u')';
-}
-
-} // namespace
 
 /// The signs in front of a token: "+" counts for nothing, two "-" cancel.
 TTreeReader::TSigns TTreeReader::ReadSigns() {

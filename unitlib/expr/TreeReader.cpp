@@ -19,7 +19,7 @@ bool IsOperator(const TNode& Node) noexcept {
 
 /// True for an operand of blanks only and for a lone sign.
 bool IsMissing(const TNode& Node) noexcept {
-  return Node.FNodeType != ntOp && !Node.FIsBlock && (Node.FValue.empty() || Node.FValue == u"-");
+  return Node.FNodeType != ntOp && !Node.FIsBlock && (Node.FValue.empty() || OperatorOf(Node) == u'-');
 }
 
 /// One behind the last character that may be read, whatever a caller has done to the fields.
@@ -30,9 +30,9 @@ std::int32_t EndOf(const TParser& Parser) noexcept {
 
 } // namespace
 
-std::int32_t FindClosingBracket(TParser& Parser) {
+std::int32_t FindClosingBracket(TParser& Parser, std::int32_t Start) {
   const std::int32_t End = EndOf(Parser);
-  const std::int32_t Start = std::max(Parser.FPoint, 1);
+  Start = std::max(Start, 1);
   std::int32_t Depth = 0;
   const char16_t* const Text = Parser.FString.data();
   for (std::int32_t Point = Start; Point < End; ++Point) {
@@ -54,45 +54,40 @@ inline void Put(std::unique_ptr<TNode>& Place, TNode* Node) noexcept {
   Place.reset(Node);
 }
 
-inline void TSequence::TakeOperand(std::unique_ptr<TNode> Node) noexcept {
+inline void TSequence::TakeOperand(TNode* Node) noexcept {
   if (!FRoot) {
-    FRoot = Node.release();
+    FRoot = Node;
     return;
   }
-  Put(FOp->FRight, Node.release());
-  if (BindsTighter(*FOp, *FRoot, true)) {
-    Put(FOp->FLeft, FRoot->FRight.release());
-    Put(FRoot->FRight, FOp);
+  TNode* const Op = std::exchange(FOp, nullptr);
+  Put(Op->FRight, Node);
+  if (FOpIsFactor && FRootIsTerm) { // binds tighter
+    Put(Op->FLeft, FRoot->FRight.release());
+    Put(FRoot->FRight, Op);
   } else {
-    Put(FOp->FLeft, FRoot);
-    FRoot = FOp;
+    Put(Op->FLeft, FRoot);
+    FRoot = Op;
+    FRootIsTerm = !FOpIsFactor;
   }
-  FOp = nullptr;
 }
 
 std::u16string_view TSequence::Take(std::unique_ptr<TNode> Node) {
   if (FRoot && !FOp) {
     if (!IsOperator(*Node)) return NoOperatorMessage;
     if (FOperatorAsOperand) return NoOperandMessage;
-    FOp = Node.release();
+    const char16_t Op = OperatorOf(*Node);
+    TakeOperator(Node.release(), Op);
     return {};
   }
   if (IsMissing(*Node)) return NoOperandMessage;
   FOperatorAsOperand = IsOperator(*Node);
-  TakeOperand(std::move(Node));
+  TakeOperand(Node.release());
   return {};
 }
 
 std::unique_ptr<TNode> TSequence::Finish() {
   if (FOp || FOperatorAsOperand) Free();
-  return std::unique_ptr<TNode>(std::exchange(FRoot, nullptr));
-}
-
-TSequence& TSequence::operator=(TSequence&& Other) noexcept {
-  std::swap(FRoot, Other.FRoot);
-  std::swap(FOp, Other.FOp);
-  std::swap(FOperatorAsOperand, Other.FOperatorAsOperand);
-  return *this;
+  return std::unique_ptr<TNode>(Release());
 }
 
 void TSequence::Free() noexcept {
@@ -103,12 +98,18 @@ void TSequence::Free() noexcept {
 TTreeReader::TTreeReader(TParser& Parser)
     : FParser(Parser), FMaker(Parser.FString.size()), FEnd(EndOf(Parser)) {}
 
+TTreeReader::~TTreeReader() {
+  DropBrackets();
+  if (!FSequence.IsEmpty()) FSequence.Free();
+}
+
 std::unique_ptr<TNode> TTreeReader::ReadText() {
   if (FParser.FString.empty() || FParser.FHasError) return nullptr;
   FUnit = FindLengthUnit();
   // Without a unit the first operand is refused, and what a caller did to the positions only NextNode respects.
   const bool IsWhole = FParser.FPoint == 1 && static_cast<size_t>(FEnd) == FParser.FString.size() + 1;
   FReadsUsual = FUnit && IsWhole;
+  FHasFractions = FUnit && IsImperialLengthCode(FUnit->UnitIdentifyCode);
   while (std::unique_ptr<TNode> Node = NextNode()) {
     const std::u16string_view Problem = FSequence.Take(std::move(Node));
     if (Problem.empty()) continue;
@@ -152,17 +153,27 @@ std::unique_ptr<TNode> TTreeReader::NextNode() {
   }
 }
 
-/// A number of at most 15 digits, up to an operator, the end, or the ")" of its bracket; null, and nothing
-/// read, for everything else. Its value is had on the way: digits and a power of ten are exact doubles, so
-/// their quotient is the nearest one, as when its text is read again.
-[[gnu::always_inline]] inline std::unique_ptr<TNode> TTreeReader::UsualNumber() {
+/// True where an operand ends for sure: before an operator, at the end, before the ")" of a bracket.
+inline bool TTreeReader::EndsOperand(const char16_t* Next) const noexcept {
+  if (IsOperatorChar(*Next)) return true;
+  return *Next == u')' ? !FOpen.Empty() : PointOf(Next) == FEnd;
+}
+
+/// The same behind digits, where a "/" may be the bar of an inch fraction.
+inline bool TTreeReader::EndsNumber(const char16_t* Next) const noexcept {
+  return EndsOperand(Next) && (*Next != u'/' || !FHasFractions);
+}
+
+/// A number of at most 15 digits; Next moves behind it. Null, and nothing read, for everything else. Its value is
+/// had on the way: digits and a power of ten are exact doubles, so their quotient is the nearest one, as when its
+/// text is read again.
+TNode* TTreeReader::UsualNumber(const char16_t*& Next) {
   constexpr std::ptrdiff_t MostDigits = 15;
-  const std::int32_t Point = FParser.FPoint;
-  const char16_t* const Begin = FParser.FString.data() + Point - 1;
+  const char16_t* const Begin = Next;
   std::uint64_t Mantissa = 0;
-  const auto ReadDigits = [&Mantissa](const char16_t* Next) {
-    for (; IsDigit(*Next); ++Next) Mantissa = Mantissa * 10 + static_cast<unsigned>(*Next - u'0');
-    return Next; // at the NUL behind the text at the latest
+  const auto ReadDigits = [&Mantissa](const char16_t* From) {
+    for (; IsDigit(*From); ++From) Mantissa = Mantissa * 10 + static_cast<unsigned>(*From - u'0');
+    return From; // at the NUL behind the text at the latest
   };
   const char16_t* End = ReadDigits(Begin);
   std::ptrdiff_t Digits = End - Begin, Scale = 0;
@@ -172,48 +183,129 @@ std::unique_ptr<TNode> TTreeReader::NextNode() {
     Scale = End - BehindPoint;
     Digits += Scale;
   }
-  if (Digits == 0 || Digits > MostDigits) return nullptr;
-  const std::u16string_view Text(Begin, static_cast<size_t>(End - Begin));
-  const auto EndPoint = Point + static_cast<std::int32_t>(Text.size());
-  if (!IsOperatorChar(*End) && EndPoint != FEnd && (*End != u')' || FOpen.Empty())) return nullptr;
-  if (*End == u'/' && IsImperialLengthCode(FUnit->UnitIdentifyCode))
-    return nullptr; // may be a fraction's bar
-  FParser.FPoint = EndPoint;
+  if (Digits == 0 || Digits > MostDigits || !EndsNumber(End)) return nullptr;
   auto Value = static_cast<double>(Mantissa);
   if (Scale > 0) Value /= PowersOf10[Scale];
-  return FMaker.MakeNumber(Text, Value, FParser.PlaceOf(Point));
+  TNode* const Number = FMaker.MakeNumber({Begin, static_cast<size_t>(End - Begin)}, Value, PlaceOf(Begin));
+  Next = End;
+  return Number;
 }
 
-/// Reads on as long as nothing but plain numbers, operators between operands and brackets come, as in most
-/// texts; stops in front of everything else, which NextNode then judges. Makes the same nodes as that, with a
-/// third of its instructions. return: false when a bracket cannot be opened; the error is set then
-bool TTreeReader::ReadUsual() {
-  for (;;) {
-    TSequence& Into = Innermost();
-    if (Into.NeedsOperand()) {
-      if (CharAt(FParser.FPoint) == u'(') { // the text ends with a NUL
-        const std::int32_t Point = FParser.FPoint++;
-        if (!OpenBracket({TTokenKind::Bracket, Point, {}})) return false;
-        continue;
-      }
-      std::unique_ptr<TNode> Number = UsualNumber();
-      if (!Number) break;
-      Into.TakeOperand(std::move(Number));
-    } else if (!Into.HasOperand() || IsOperatorChar(CharAt(FParser.FPoint - 1))) {
-      break;
-    }
-    const std::int32_t Point = FParser.FPoint;
-    const char16_t C = CharAt(Point);
-    if (IsOperatorChar(C)) {
-      ++FParser.FPoint;
-      Into.TakeOperator(FMaker.Make(ntOp, {&C, 1}, FParser.PlaceOf(Point)));
-    } else {
-      if (C != u')' || FOpen.Empty() || !FOpen.Top().IsOperand) break;
-      std::unique_ptr<TNode> Block = CloseBracket();
-      Innermost().TakeOperand(std::move(Block));
-    }
+/// A name without blanks; its first character, behind the digits in the character table, makes it no number.
+/// Null, and nothing read, for everything else, a name with a mark at its end among it.
+TNode* TTreeReader::UsualName(const char16_t*& Next) {
+  const char16_t* const Begin = Next;
+  const char16_t* End = Begin + 1;
+  while (*End > u' ' && !IsSpecialChar(*End)) ++End;
+  if (IsMark(End[-1]) || !EndsOperand(End)) return nullptr;
+  TNode* const Node = FMaker.MakeName({Begin, static_cast<size_t>(End - Begin)}, PlaceOf(Begin));
+  Next = End;
+  return Node;
+}
+
+/// Where a length of digits, blanks, marks and a fraction ends, with a mark; null where none stands. The bar of
+/// the fraction is what IsFractionBar says.
+const char16_t* TTreeReader::EndOfLength(const char16_t* Next) const noexcept {
+  if (!FHasFractions || !IsDigit(*Next)) return nullptr;
+  while (IsImperialChar(*Next)) ++Next;
+  if (*Next == u'/') {
+    const char16_t* Digit = Next + 1;
+    while (IsDigit(*Digit)) ++Digit;
+    if (Digit > Next + 1 && *Digit == InchMark) Next = Digit;
   }
-  return true;
+  if (*Next == InchMark) ++Next;
+  return IsMark(Next[-1]) && EndsOperand(Next) ? Next : nullptr;
+}
+
+/// A number of several digits, a name or a length, which the sequence takes; Next moves behind it.
+TTreeReader::TUsual TTreeReader::ReadUsualOperand(TSequence& Into, const char16_t*& Next) {
+  TNode* Operand = *Next > u'9' ? UsualName(Next) : UsualNumber(Next);
+  if (!Operand) {
+    const char16_t* const End = EndOfLength(Next);
+    if (!End || !HasClosing()) return TUsual::Other;
+    // From here on all is as if it were read the general way: the length may be refused.
+    FNodePoint = PointOf(Next);
+    FParser.FPoint = PointOf(End);
+    Operand =
+        Classified(FMaker.Make(ntNum, {Next, static_cast<size_t>(End - Next)}, PlaceOf(Next))).release();
+    if (!Operand) return TUsual::Refused;
+    Next = End;
+  }
+  Into.TakeOperand(Operand);
+  return TUsual::Taken;
+}
+
+/// Reads on as long as nothing but plain numbers, names, lengths, operators between operands and brackets come,
+/// as in most texts; stops in front of everything else, which NextNode then judges. Makes the same nodes as
+/// that, with a fifth of its instructions. return: false on error
+bool TTreeReader::ReadUsual() {
+  const char16_t* Next = FParser.FString.data() + FParser.FPoint - 1;
+  TSequence* Into = &Innermost();
+  bool IsDue = Into->NeedsOperand();
+  if (!IsDue && (!Into->HasOperand() || IsOperatorChar(Next[-1]))) return true;
+  for (;; IsDue = true) {
+    if (IsDue) {
+      for (; *Next == u'('; Into = &FOpen.Top().Content) {
+        Next = OpenUsual(Next);
+        if (!Next) return false;
+      }
+      if (IsDigit(*Next) && EndsNumber(Next + 1)) {
+        Into->TakeOperand(FMaker.MakeDigit(*Next, PlaceOf(Next)));
+        ++Next;
+      } else {
+        const TUsual Operand = ReadUsualOperand(*Into, Next);
+        if (Operand == TUsual::Refused) return false;
+        if (Operand == TUsual::Other) break;
+      }
+    }
+    for (; *Next == u')' && !FOpen.Empty() && FOpen.Top().IsOperand; ++Next) Into = &CloseUsual();
+    const char16_t Op = *Next;
+    if (!IsOperatorChar(Op)) break;
+    Into->TakeOperator(FMaker.MakeOperator(Op, PlaceOf(Next++)), Op);
+  }
+  FParser.FPoint = PointOf(Next);
+  return HasClosing();
+}
+
+/// Opens a bracket whose content starts behind the blanks at Start: at the ")" at the latest, or at the end of the
+/// text where there is none. return: where that is
+[[gnu::always_inline]] inline std::int32_t TTreeReader::PushBracket(std::int32_t Point, std::int32_t Start,
+                                                                    bool IsNegative, bool IsOperand) {
+  while (CharAt(Start) <= u' ' && Start < FEnd) ++Start;
+  TBracket& Open = FOpen.Grow();
+  Open.Content = TSequence();
+  Open.Point = Point;
+  Open.Start = Start;
+  Open.IsNegative = IsNegative;
+  Open.IsOperand = IsOperand;
+  return Start;
+}
+
+/// Opens the bracket at Next. A bracket that only usual tokens follow closes when its ")" comes; only where
+/// reading stops before, that is looked for. return: where its content starts; null when it cannot be opened
+const char16_t* TTreeReader::OpenUsual(const char16_t* Next) {
+  const std::int32_t Point = PointOf(Next);
+  if (FOpen.Empty()) {
+    FOutermost = Point + 1;
+    FClosing = 0;
+  } else if (FOpen.Count() == DeepestBracket) {
+    FParser.FPoint = Point + 1;
+    if (HasClosing()) RefuseDepth(Point);
+    return nullptr;
+  }
+  const std::int32_t Start = PushBracket(Point, Point + 1, false, true);
+  return FParser.FString.data() + Start - 1;
+}
+
+/// Closes the innermost bracket. return: the sequence that it stands in
+inline TSequence& TTreeReader::CloseUsual() {
+  TNode* const Block = FOpen.Top().Content.Release();
+  Block->FIsBlock = true;
+  if (FOpen.Top().IsNegative) Block->FIsNegative = !Block->FIsNegative;
+  FOpen.Pop();
+  TSequence& Into = Innermost();
+  Into.TakeOperand(Block);
+  return Into;
 }
 
 std::unique_ptr<TNode> TTreeReader::MakeNode(const TToken& Token) {
@@ -224,27 +316,40 @@ std::unique_ptr<TNode> TTreeReader::MakeNode(const TToken& Token) {
   auto Node = FMaker.Make(Token.Kind == TTokenKind::Operator ? ntOp : ntNum, TrimView(Token.Text),
                           FParser.PlaceOf(Token.Point));
   if (Node->FNodeType == ntOp || IsMissing(*Node)) return Node; // judged by the place where it stands
-  const std::u16string Message = ClassifyOperand(*Node, LengthUnit());
-  if (Message.empty()) return Node;
-  Fail(Message, Token.Point);
+  return Classified(std::move(Node));
+}
+
+/// The operand that starts at FNodePoint; null when it is refused.
+std::unique_ptr<TNode> TTreeReader::Classified(std::unique_ptr<TNode> Operand) {
+  const std::u16string Message = ClassifyOperand(*Operand, LengthUnit());
+  if (Message.empty()) return Operand;
+  Fail(Message, FNodePoint);
   return nullptr;
 }
 
 bool TTreeReader::OpenBracket(const TToken& Token) {
-  if (FOpen.Empty()) FClosing = FindClosingBracket(FParser);
-  if (FClosing == 0) return false;
-  if (FOpen.Count() == DeepestBracket) {
-    FParser.SetError(TooDeepMessage, FParser.PlaceOf(Token.Point));
-    return false;
+  if (FOpen.Empty()) {
+    FOutermost = FParser.FPoint;
+    if (!FindClosing()) return false;
   }
-  while (CharAt(FParser.FPoint) <= u' ') ++FParser.FPoint; // stops at the closing bracket at the latest
-  const bool IsOperand = Innermost().NeedsOperand();
-  TBracket& Open = FOpen.Grow(); // its content is empty: closing takes it out
-  Open.Point = Token.Point;
-  Open.Start = FParser.FPoint;
-  Open.IsNegative = !Token.Text.empty();
-  Open.IsOperand = IsOperand;
+  if (FOpen.Count() == DeepestBracket) return RefuseDepth(Token.Point);
+  FParser.FPoint = PushBracket(Token.Point, FParser.FPoint, !Token.Text.empty(), Innermost().NeedsOperand());
   return true;
+}
+
+/// False, with the error set, when the outermost open bracket lacks its ")".
+bool TTreeReader::HasClosing() {
+  return FOpen.Empty() || FClosing != 0 || FindClosing();
+}
+
+bool TTreeReader::FindClosing() {
+  FClosing = FindClosingBracket(FParser, FOutermost);
+  return FClosing != 0;
+}
+
+bool TTreeReader::RefuseDepth(std::int32_t Point) {
+  FParser.SetError(TooDeepMessage, FParser.PlaceOf(Point));
+  return false;
 }
 
 std::unique_ptr<TNode> TTreeReader::CloseBracket() {
@@ -273,8 +378,12 @@ bool TTreeReader::TakeInBracket(std::unique_ptr<TNode> Node) {
 void TTreeReader::Fail(std::u16string_view Message, std::int32_t Point) {
   if (FOpen.Empty()) return FParser.SetError(Message, FParser.PlaceOf(Point));
   FFailedPoint = Point;
-  FOpen.Clear();
+  DropBrackets();
   FParser.FPoint = FClosing + 1;
+}
+
+void TTreeReader::DropBrackets() noexcept {
+  for (; !FOpen.Empty(); FOpen.Pop()) FOpen.Top().Content.Free();
 }
 
 } // namespace unitlib

@@ -156,7 +156,7 @@ std::unique_ptr<TNode> TParser::GetNode() {
 
 std::u16string TParser::SubStringInBracket() {
   const std::int32_t Start = FPoint;
-  const std::int32_t Closing = FindClosingBracket(*this);
+  const std::int32_t Closing = FindClosingBracket(*this, FPoint);
   if (Closing == 0) return {};
   FPoint = Closing + 1;
   return FString.substr(static_cast<size_t>(Start) - 1, static_cast<size_t>(Closing - Start));

@@ -73,6 +73,10 @@ private:
       : FNodeType(Type), FValue(Value), FPos(Pos) {}
   TNode(std::u16string_view Number, double Value, std::int32_t Pos)
       : FNodeType(ntNum), FValue(Number), FStoreValue(Number), FDoubleValue(Value), FPos(Pos) {}
+  // A single character is written without a copy of unknown length.
+  TNode(char16_t Digit, double Value, std::int32_t Pos)
+      : FNodeType(ntNum), FValue(1, Digit), FStoreValue(1, Digit), FDoubleValue(Value), FPos(Pos) {}
+  TNode(char16_t Op, std::int32_t Pos) : FNodeType(ntOp), FValue(1, Op), FPos(Pos) {}
 };
 
 /// Reads one text and works on its tree. Made for one text, which it parses once; the tree belongs to the
