@@ -22,7 +22,7 @@ bool IsTooLong(std::u16string_view Text) noexcept {
 
 void UsePlaceholder(TNode& Node) {
   Node.FDoubleValue = 1.0;
-  Node.FStoreValue = u"1";
+  Node.FStoreValue.assign(1, u'1');
 }
 
 std::u16string ClassifyNumber(TNode& Node, double Value) {
@@ -63,19 +63,38 @@ std::unique_ptr<TNode> CloneFields(const TNode& Node) {
   return Result;
 }
 
+/// Current unit of the measure that typed lengths are read with; null where there is no such measure.
+/// errors      EListError no configuration, or the measure has no current unit
+inline TUnit* UnitOfLengths() {
+  const TMeasure* Measure = TSystemUnitDataManager::CurConfigMeasure(ElevationMeasure);
+  return Measure ? Measure->GetCurUnit() : nullptr;
+}
+
+/// How many variables a tree with an operator at its root holds.
+int CountVariables(const TNode& Root) {
+  int Result = 0;
+  const auto IsDone = [&Result](const TNode* Child) {
+    Result += Child && IsVariable(*Child);
+    return !Child || Child->FNodeType != ntOp;
+  };
+  const bool LeftDone = IsDone(Root.FLeft.get());
+  if (IsDone(Root.FRight.get()) && LeftDone) return Result; // nearly every elevation: no walk
+  Result = 0;
+  ForEachPostOrder(Root, [&Result](const TNode& Node) { Result += IsVariable(Node); });
+  return Result;
+}
+
 } // namespace
 
 TUnit& CurrentLengthUnit() {
-  const TMeasure* Measure = TSystemUnitDataManager::CurConfigMeasure(ElevationMeasure);
-  TUnit* Unit = Measure ? Measure->GetCurUnit() : nullptr;
-  if (Unit) return *Unit;
+  if (TUnit* Unit = UnitOfLengths()) return *Unit;
   const std::u16string Code = IntToStr(ElevationMeasure);
   throw EListError(u"No current unit for measure " + Code, Code);
 }
 
 TUnit* FindLengthUnit() {
   try {
-    return &CurrentLengthUnit();
+    return UnitOfLengths();
   } catch (const EUnitError&) {
     return nullptr;
   }
@@ -89,8 +108,7 @@ bool ReadTypedLength(std::u16string_view Text, TUnit* Unit, double& Metres) {
 }
 
 bool ReadTypedLength(std::u16string_view Text, double& Metres) {
-  const TMeasure* Measure = TSystemUnitDataManager::CurConfigMeasure(ElevationMeasure);
-  return ReadTypedLength(Text, Measure ? Measure->GetCurUnit() : nullptr, Metres);
+  return ReadTypedLength(Text, UnitOfLengths(), Metres);
 }
 
 std::u16string ClassifyOperand(TNode& Node, TUnit& Unit) {
@@ -193,16 +211,14 @@ void TParser::Merge(std::unique_ptr<TNode>& ANode) {
 }
 
 void TParser::Mark(TNode& ANode) {
-  int Variables = 0;
-  ForEachPostOrder(ANode, [&](const TNode& Node) { Variables += IsVariable(Node); });
-  if (Variables >= 2) return SetError(u"", -1);
-  if (ANode.FNodeType != ntOp) {
+  if (ANode.FNodeType != ntOp) { // a variable at most
     ANode.FIsElev = true;
     return;
   }
+  if (CountVariables(ANode) >= 2) return SetError(u"", -1);
+  const char16_t Op = OperatorOf(ANode);
   for (TNode* Child : {ANode.FLeft.get(), ANode.FRight.get()})
-    if (Child && (ANode.FValue == u"-" || (ANode.FValue == u"+" && Child->FNodeType != ntOp)))
-      Child->FIsElev = true;
+    if (Child && (Op == u'-' || (Op == u'+' && Child->FNodeType != ntOp))) Child->FIsElev = true;
 }
 
 void TParser::SetError(std::u16string_view AMessage, std::int32_t APos) {
