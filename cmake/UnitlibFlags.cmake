@@ -12,9 +12,7 @@ function(unitlib_flags)
       # GCC 12 alone takes "literal" + text for an overlapping copy (its bug 105651, mended in 13).
       $<$<AND:$<COMPILE_LANG_AND_ID:CXX,GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
       # No fused multiply-add: a double product is rounded before it is added, on every machine alike.
-      -ffp-contract=off
-      # Nobody replaces single functions of a shared library of ours, so the compiler may use what it knows of them.
-      $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-semantic-interposition>)
+      -ffp-contract=off)
     if(MINGW)
       target_compile_options(${target} PRIVATE
         # GCC 12 sees overlapping copies in std::string where there are none.
