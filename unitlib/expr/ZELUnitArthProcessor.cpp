@@ -65,9 +65,8 @@ std::unique_ptr<TNode> CloneFields(const TNode& Node) {
 
 /// Current unit of the measure that typed lengths are read with; null where there is no such measure.
 /// errors      EListError no configuration, or the measure has no current unit
-inline TUnit* UnitOfLengths() {
-  const TMeasure* Measure = TSystemUnitDataManager::CurConfigMeasure(ElevationMeasure);
-  return Measure ? Measure->GetCurUnit() : nullptr;
+TUnit* UnitOfLengths() {
+  return TSystemUnitDataManager::CurConfigUnit(ElevationMeasure);
 }
 
 /// How many variables a tree with an operator at its root holds.

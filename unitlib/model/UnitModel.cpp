@@ -5,8 +5,6 @@
 namespace unitlib {
 namespace {
 
-constinit const std::u16string NoText;
-
 template <class T> std::vector<std::u16string> Descriptions(const TOwningList<T>& List) {
   std::vector<std::u16string> Result;
   Result.reserve(static_cast<size_t>(List.Count()));
@@ -17,8 +15,9 @@ template <class T> std::vector<std::u16string> Descriptions(const TOwningList<T>
 } // namespace
 
 const std::u16string& TUnit::GetCurUnitSymbolDescription() const noexcept {
-  const TUnitSymbol* Symbol = GetUnitSymbol(CurUnitSymbolIndex);
-  return Symbol ? Symbol->Description : NoText;
+  if (const TUnitSymbol* Symbol = GetUnitSymbol(CurUnitSymbolIndex)) return Symbol->Description;
+  static const std::u16string Empty;
+  return Empty;
 }
 
 std::vector<std::u16string> TUnit::GetRoundDescriptionArray() const {
