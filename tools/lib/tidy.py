@@ -40,6 +40,12 @@ class Hashes:
         return self.known[name]
 
 
+def checks_for(source: Path, root: Path) -> bytes:
+    """The lists of checks that clang-tidy reads for a source: the project's and those of its folders."""
+    folders = [folder for folder in reversed(source.parents) if folder == root or root in folder.parents]
+    return b"".join((folder / ".clang-tidy").read_bytes() for folder in folders if (folder / ".clang-tidy").is_file())
+
+
 def key_of(entry, files, hashes, fixed: bytes, root: str) -> str:
     key = hashlib.sha256(fixed)
     key.update(entry["command"].replace(root, "").encode())
@@ -54,7 +60,6 @@ def main() -> int:
     build, cache, folders = Path(sys.argv[1]).resolve(), Path(sys.argv[2]), sys.argv[3:]
     cache.mkdir(parents=True, exist_ok=True)
     version = subprocess.run(["clang-tidy", "--version"], check=True, capture_output=True).stdout
-    fixed = version + (root / ".clang-tidy").read_bytes()
     wanted = tuple(str(root / folder) + os.sep for folder in folders)
     entries = [e for e in json.loads((build / "compile_commands.json").read_text()) if e["file"].startswith(wanted)]
     if not entries:
@@ -67,7 +72,7 @@ def main() -> int:
         if not files:
             print(f"tidy: {entry['file']} has not been compiled; build first", file=sys.stderr)
             return 2
-        key = key_of(entry, files, hashes, fixed, str(root))
+        key = key_of(entry, files, hashes, version + checks_for(Path(entry["file"]), root), str(root))
         if not (cache / key).exists():
             todo.append((entry["file"], key))
 
