@@ -5,6 +5,9 @@
 #include "fuzz/Targets.h"
 #include "fuzz/UnitSettings.h"
 #include "unitlib/expr/ZELUnitArthProcessor.h"
+#include "unitlib/rtl/Text.h"
+
+#include <algorithm>
 
 namespace unitlib::fuzz {
 namespace {
@@ -91,6 +94,11 @@ private:
     if (FAnswers.Edit != FText) CheckEdit(Name, Form);
   }
 
+  bool HasDigitSymbol() const {
+    return std::any_of(FUnit.Symbols.begin(), FUnit.Symbols.end(),
+                       [](const auto& Symbol) { return !Symbol.empty() && IsDigit(Symbol.back()); });
+  }
+
   /// The one offset, as it stands in the text after folding.
   slow::TTreePtr Offset(const TLinear& Form) const {
     auto Node = std::make_unique<TTree>();
@@ -123,7 +131,8 @@ private:
       return; // the edit and display forms are not checked: the offset counts as stored there
     }
     if (!Piece) return;
-    if (!IsPlainText && !slow::IsPlainDecimal(FUnit)) return;
+    if (!IsPlainText && (!slow::IsPlainDecimal(FUnit) || HasDigitSymbol()))
+      return; // "5" is cut off 25, not off 25.
     RequireSame("CheckElevEditValue", FText, FAnswers.Accepted, true);
     const TExact Stored = Form.Shape == TLinear::Product ? TExact(0) : slow::ReadNumber(*Piece).Exact;
     RequireWorth("the store form", FAnswers.Store, Name, Form, Form.B < 0 ? -Stored : Stored);
